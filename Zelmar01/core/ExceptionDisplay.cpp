@@ -1,0 +1,39 @@
+#include <Zelmar01/core/ExceptionDisplay.h>
+
+#include <Zelmar01/core/Exceptions.h>
+
+#include <cstdio>
+
+namespace Zelmar01 {
+
+namespace {
+
+TExceptionDisplay &display()
+{
+    static TExceptionDisplay current;
+    return current;
+}
+
+void writeToStandardError(const std::exception &exception)
+{
+    std::fprintf(stderr, "%s\n", exception.what());
+    if (const auto *inOut = dynamic_cast<const EInOutError *>(&exception))
+        std::fprintf(stderr, "%s\n", inOut->Cause().Words().c_str());
+}
+
+} // namespace
+
+TExceptionDisplay SetExceptionDisplay(TExceptionDisplay replacement)
+{
+    return std::exchange(display(), std::move(replacement));
+}
+
+void ShowException(const std::exception &exception)
+{
+    if (display())
+        display()(exception);
+    else
+        writeToStandardError(exception);
+}
+
+} // namespace Zelmar01

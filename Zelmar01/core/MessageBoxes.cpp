@@ -1,0 +1,34 @@
+#include <Zelmar01/core/MessageBoxes.h>
+
+#include <Zelmar01/core/Exceptions.h>
+
+#include <utility>
+
+namespace Zelmar01 {
+
+namespace {
+
+TMessageBox &currentBox()
+{
+    static TMessageBox box;
+    return box;
+}
+
+} // namespace
+
+TMessageBox SetMessageBox(TMessageBox box)
+{
+    return std::exchange(currentBox(), std::move(box));
+}
+
+TMsgDlgBtn MessageDlg(const QString &text, TMsgDlgType type, TMsgDlgButtons buttons)
+{
+    if (!currentBox())
+        throw EInvalidOperation(
+            "Aucune boîte de message : l'application hôte doit appeler UseMessageBoxes() ou "
+            "SetMessageBox(). Message : " +
+            text.toStdString());
+    return currentBox()(text, type, buttons);
+}
+
+} // namespace Zelmar01
