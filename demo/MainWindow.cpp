@@ -1,0 +1,92 @@
+#include "MainWindow.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QScreen>
+#include <QSettings>
+#include <QStackedWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace Shop {
+
+namespace {
+
+const QString geometryKey = u"Window/Geometry"_s;
+
+constexpr QSize startSize(1280, 760);
+
+} // namespace
+
+MainWindow::MainWindow(TillPage::TClock clock, QSettings *settings)
+    : m_settings(settings), m_list(new QListWidget), m_stack(new QStackedWidget),
+      m_till(new TillPage(std::move(clock)))
+{
+    setWindowTitle(u"Bijouterie"_s);
+    m_list->setObjectName(u"pages"_s);
+    m_list->setAccessibleName(u"Pages"_s);
+    m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    m_list->setSpacing(2);
+
+    auto *name = new QLabel(u"Bijouterie\nZelmar"_s);
+    auto font = name->font();
+    font.setPointSizeF(font.pointSizeF() * 1.3);
+    font.setBold(true);
+    name->setFont(font);
+    name->setContentsMargins(4, 4, 4, 8);
+
+    auto *centre = new QWidget;
+    auto *side = new QVBoxLayout;
+    side->addWidget(name);
+    side->addWidget(m_list, 1);
+    auto *layout = new QHBoxLayout(centre);
+    layout->addLayout(side);
+    layout->addWidget(m_stack, 1);
+    setCentralWidget(centre);
+
+    addPage(u"Caisse"_s, m_till);
+    m_list->setFixedWidth(
+        qMax(m_list->fontMetrics().horizontalAdvance(u"Codes statistiques"_s), name->sizeHint().width()) +
+        2 * m_list->frameWidth() + 16);
+    connect(m_list, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
+    m_list->setCurrentRow(0);
+    m_till->setFocus();
+    resize(startSize.boundedTo(screen()->availableSize()));
+    if (m_settings) {
+        m_till->Restore(*m_settings);
+        restoreGeometry(m_settings->value(geometryKey).toByteArray());
+    }
+}
+
+void MainWindow::addPage(const QString &title, QWidget *page)
+{
+    auto *item = new QListWidgetItem(title, m_list);
+    item->setSizeHint({0, m_list->fontMetrics().height() * 2});
+    page->layout()->setContentsMargins({});
+    m_stack->addWidget(page);
+}
+
+QList<QWidget *> MainWindow::Pages() const
+{
+    QList<QWidget *> pages;
+    for (int i = 0; i < m_stack->count(); ++i)
+        pages << m_stack->widget(i);
+    return pages;
+}
+
+void MainWindow::ShowPage(QWidget *page)
+{
+    m_list->setCurrentRow(m_stack->indexOf(page));
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (m_settings) {
+        m_till->Save(*m_settings);
+        m_settings->setValue(geometryKey, saveGeometry());
+    }
+    QMainWindow::closeEvent(event);
+}
+
+} // namespace Shop

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "TillPage.h"
+
+#include <QMainWindow>
+
+class QListWidget;
+class QStackedWidget;
+
+namespace Shop {
+
+/// The shop: a list of pages, and the page chosen in it.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    /// `settings` keeps the user's choices from one start to the next; null for none. It is not owned and
+    /// must live longer.
+    MainWindow(TillPage::TClock clock, QSettings *settings);
+
+    TillPage &Till() const { return *m_till; }
+
+    /// The pages in their order; the object name of each is short and fit for a file name.
+    QList<QWidget *> Pages() const;
+    void ShowPage(QWidget *page);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void addPage(const QString &title, QWidget *page);
+
+    QSettings *m_settings;
+    QListWidget *m_list;
+    QStackedWidget *m_stack;
+    TillPage *m_till;
+};
+
+} // namespace Shop

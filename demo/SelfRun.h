@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace Shop {
+
+/// Does one whole sale at the till by itself, through the windows that a user would use, and writes into
+/// `folder` (made when it is missing) the bytes that the virtual printer received (ticket.bin), the text of
+/// the ticket (ticket.txt) and a picture of every page in light and in dark (till-light.png, till-dark.png).
+/// Returns the exit code of the process: 0, or 1 with the reason on standard error.
+int RunBySelf(const QString &folder);
+
+} // namespace Shop

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "VirtualPrinter.h"
+
+#include <Zelmar01/printing/DosPrint.h>
+
+#include <QDateTime>
+#include <QWidget>
+
+#include <functional>
+
+class QPushButton;
+class QSettings;
+class QTreeWidget;
+
+namespace Shop {
+
+class PrinterPanel;
+class SalePanel;
+class SentPanel;
+
+/// The till: articles are rung up, the ticket is printed and the drawer opens.
+class TillPage : public QWidget
+{
+    Q_OBJECT
+public:
+    using TClock = std::function<QDateTime()>;
+
+    /// Tickets carry the time that `clock` tells. Raises EInOutError when the virtual printer cannot be made.
+    explicit TillPage(TClock clock, QWidget *parent = nullptr);
+
+    void Restore(const QSettings &settings);
+    void Save(QSettings &settings) const;
+
+    /// What the virtual printer received last, and the text of what was sent last.
+    const std::string &ReceivedBytes() const { return m_received; }
+    QString SentText() const;
+
+private:
+    QWidget *makeArticles();
+    QWidget *makeActions();
+    void addCurrentArticle();
+    void printSale(bool openDrawer);
+    void openDrawer();
+    void send(const QString &text, const Zelmar01::TDosPrint::TTicket &ticket);
+    void usePrinter();
+
+    TClock m_clock;
+    VirtualPrinter m_virtual;
+    Zelmar01::TDosPrint m_print;
+    std::shared_ptr<Zelmar01::TPrinterObject> m_systemPrinter;
+    std::string m_received;
+    QTreeWidget *m_articles = nullptr;
+    SalePanel *m_sale;
+    PrinterPanel *m_printer;
+    SentPanel *m_sent;
+};
+
+} // namespace Shop

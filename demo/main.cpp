@@ -1,0 +1,52 @@
+#include "MainWindow.h"
+#include "SelfRun.h"
+
+#include <Zelmar01/core/ExceptionDisplay.h>
+#include <Zelmar01/core/WidgetBoxes.h>
+
+#include <QApplication>
+#include <QSettings>
+#include <QStyleFactory>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+using namespace Zelmar01;
+
+namespace {
+
+constexpr int wrongUsage = 2;
+
+int openShop()
+{
+    UseMessageBoxes();
+    QSettings settings;
+    int result = 1;
+    ShowingExceptions([&] {
+        Shop::MainWindow window(&QDateTime::currentDateTime, &settings);
+        window.show();
+        result = QApplication::exec();
+    });
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"zelmar01-demo"_s);
+    QApplication::setOrganizationName(u"zelmar01"_s);
+    QApplication::setApplicationDisplayName(u"Zelmar01"_s);
+
+    const auto arguments = QApplication::arguments();
+    if (arguments.size() == 3 && arguments[1] == "--run"_L1)
+        return Shop::RunBySelf(arguments[2]);
+    if (arguments.size() == 1)
+        return openShop();
+    const bool isHelp = arguments.size() == 2 && arguments[1] == "--help"_L1;
+    QTextStream(isHelp ? stdout : stderr)
+        << u"Utilisation : zelmar01-demo [--run DOSSIER]\n"
+           "Sans option, ouvre la bijouterie. Avec --run, fait seule une vente entière et écrit dans le\n"
+           "dossier les octets du ticket, son texte et une image de chaque page.\n"_s;
+    return isHelp ? 0 : wrongUsage;
+}
