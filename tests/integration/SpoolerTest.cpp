@@ -129,7 +129,10 @@ TEST_F(Spooler, listsPrintersAndFindsTheDefaultOne)
         }
     }
     CupsServer none;
-    EXPECT_EQ(printSystem(none.Address())->Printers(), TDocuments{});
+    const auto system = printSystem(none.Address());
+    EXPECT_FALSE(send(*system, "absente", "Total").Outcome.Success);
+    EXPECT_EQ(system->Printers(), TDocuments{});
+    EXPECT_TRUE(system->LastCause().Text.empty()) << "no printers is not a failure";
     TPrinterObject printer(printSystem(none.Address()));
     EXPECT_EQ(printer.CurrentPrinter(), "");
     EXPECT_THROW(printer.BeginDoc(), EInOutError);

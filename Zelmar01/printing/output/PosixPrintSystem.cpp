@@ -91,7 +91,8 @@ public:
     std::vector<std::string> Printers() override
     {
         std::vector<std::string> printers;
-        spooled(m_spooler.List(printers));
+        if (spooled(m_spooler.List(printers)))
+            m_cause = {};
         return printers;
     }
 

@@ -73,7 +73,8 @@ public:
     virtual bool ClosePrinter(TPrintHandle printer) = 0;
 
     // The printer object's printers and documents.
-    /// The names of the printers, in the system's order. Empty, with a cause, when they cannot be had.
+    /// The names of the printers, in the system's order. When they cannot be had it is empty and LastCause()
+    /// tells why; when there are none, LastCause() is empty too.
     virtual std::vector<std::string> Printers() = 0;
     /// The user's or the system's default printer; empty when there is none.
     virtual std::string DefaultPrinter() = 0;

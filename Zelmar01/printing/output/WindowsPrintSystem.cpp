@@ -164,6 +164,7 @@ public:
             }
             found.resize(size / sizeof found[0] + 1);
         }
+        m_cause = {};
         std::vector<std::string> printers;
         for (DWORD i = 0; i < count; ++i)
             printers.push_back(Utf8Text(found[i].pPrinterName));
