@@ -1,0 +1,53 @@
+#include <Zelmar01/data/IndexDefs.h>
+
+#include <Zelmar01/data/DataErrors.h>
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace Zelmar01 {
+
+bool TIndexDef::IsDescending(const QString &field) const
+{
+    return Options.testFlag(ixDescending) &&
+           (DescFields.isEmpty() || DescFields.split(u';').contains(field, Qt::CaseInsensitive));
+}
+
+const TIndexDef &TIndexDefs::operator[](int index) const
+{
+    if (index < 0 || index >= Count())
+        throw EDatabaseError("Aucun index au rang " + std::to_string(index));
+    return m_defs[static_cast<std::size_t>(index)];
+}
+
+int TIndexDefs::IndexOf(const QString &name) const
+{
+    const auto found = std::find_if(m_defs.begin(), m_defs.end(), [&](const TIndexDef &def) {
+        return def.Name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == m_defs.end() ? -1 : static_cast<int>(found - m_defs.begin());
+}
+
+const TIndexDef &TIndexDefs::Find(const QString &name) const
+{
+    const int index = IndexOf(name);
+    if (index < 0)
+        throw EDatabaseError("Index « " + name.toStdString() + " » introuvable");
+    return (*this)[index];
+}
+
+void TIndexDefs::Add(const TIndexDef &def)
+{
+    if (IndexOf(def.Name) >= 0)
+        throw EDatabaseError("Un index « " + def.Name.toStdString() + " » existe déjà");
+    m_defs.push_back(def);
+}
+
+void TIndexDefs::Delete(const QString &name)
+{
+    Find(name);
+    m_defs.erase(m_defs.begin() + IndexOf(name));
+}
+
+} // namespace Zelmar01

@@ -1,0 +1,203 @@
+#include <Zelmar01/data/Query.h>
+
+#include "SqlFields.h"
+
+#include <Zelmar01/data/DataErrors.h>
+#include <Zelmar01/data/SqlText.h>
+
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlIndex>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QStringList>
+
+namespace Zelmar01 {
+
+namespace {
+
+constexpr QLatin1String comma(", ");
+
+// A table's name as Qt's driver looks it up. That of PostgreSQL does not fold the names without quotes, as
+// its server does, and that of ODBC does unless it sees quotes.
+QString lookupName(const QString &written, const QSqlDatabase &database)
+{
+    const auto driver = database.driverName();
+    QStringList names;
+    for (const auto &part : PartsOfName(written)) {
+        if (driver == u"QPSQL")
+            names << (part.Quoted ? part.Text : part.Text.toLower());
+        else if (driver == u"QSQLITE" || !part.Quoted)
+            names << part.Text;
+        else
+            names << database.driver()->escapeIdentifier(part.Text, QSqlDriver::TableName);
+    }
+    return names.join(u'.');
+}
+
+} // namespace
+
+TQuery::TQuery(QObject *owner, TConnection *connection) : TDataSet(owner), m_connection(connection) {}
+
+void TQuery::setConnection(TConnection *connection)
+{
+    Close();
+    m_connection = connection;
+    m_target.reset();
+}
+
+void TQuery::setCommandText(const QString &text)
+{
+    Close();
+    m_commandText = text;
+    m_target.reset();
+}
+
+TConnection &TQuery::requireConnection() const
+{
+    if (!m_connection)
+        throw EDatabaseError("La requête « " + objectName().toStdString() + " » n'a pas de connexion");
+    return *m_connection;
+}
+
+TFieldDefs TQuery::readRows(std::unique_ptr<TRows> &rows)
+{
+    auto &connection = requireConnection();
+    QSqlQuery query(connection.Database());
+    query.setForwardOnly(true);
+    query.setNumericalPrecisionPolicy(QSql::HighPrecision);
+    auto whole = connection.guard();
+    connection.run(query, m_commandText, m_params);
+    auto defs = FieldDefsOf(query.record(), connection.Database());
+    rows = std::make_unique<TRows>(defs);
+    try {
+        while (query.next()) {
+            for (std::size_t field = 0; field < defs.size(); ++field)
+                AppendFromDriver(rows->MutableColumn(field), defs[field],
+                                 query.value(static_cast<int>(field)));
+            rows->RowDone();
+        }
+    } catch (const EConvertError &error) {
+        throw EDatabaseError("Ligne " + std::to_string(rows->Count() + 1) + " : " + error.what());
+    }
+    if (query.lastError().isValid())
+        connection.fail(query);
+    if (whole)
+        whole->Commit();
+    return defs;
+}
+
+const TQuery::TTarget &TQuery::target() const
+{
+    if (!m_target)
+        m_target = findTarget();
+    return *m_target;
+}
+
+TQuery::TTarget TQuery::findTarget() const
+{
+    TTarget target;
+    const QString table = m_tableName.isEmpty() ? SingleTableOf(m_commandText) : m_tableName;
+    if (table.isEmpty() || !m_connection)
+        return target;
+    const auto name = lookupName(table, m_connection->Database());
+    const auto columns = m_connection->Database().record(name);
+    if (columns.isEmpty())
+        m_connection->requireAlive({});
+    QStringList keys = m_keyFields.split(u';', Qt::SkipEmptyParts);
+    if (keys.isEmpty()) {
+        const auto primary = m_connection->Database().primaryIndex(name);
+        for (int i = 0; i < primary.count(); ++i)
+            keys << primary.fieldName(i);
+    }
+    for (const auto &key : keys) {
+        const auto *field = FindField(key.trimmed());
+        if (!field)
+            return target; // the key is not shown
+        target.Keys.push_back(field->Index());
+    }
+    for (int i = 0; i < Fields().Count(); ++i)
+        target.InTable.push_back(columns.contains(Fields()[i].FieldName()));
+    if (!target.Keys.empty())
+        target.Table = table;
+    return target;
+}
+
+bool TQuery::CanModify() const
+{
+    return !target().Table.isEmpty();
+}
+
+QString TQuery::quoted(const QString &name) const
+{
+    return m_connection->Database().driver()->escapeIdentifier(name, QSqlDriver::FieldName);
+}
+
+QString TQuery::condition(const TRecord &record, QVariantList &values) const
+{
+    QStringList terms;
+    for (const int key : target().Keys) {
+        const auto &value = record[static_cast<std::size_t>(key)];
+        terms << quoted(Fields()[key].FieldName()) +
+                     (value.isValid() ? QStringLiteral(" = ?") : QStringLiteral(" is null"));
+        if (value.isValid())
+            values << value;
+    }
+    return QStringLiteral(" where ") + terms.join(QStringLiteral(" and "));
+}
+
+void TQuery::write(const QString &sql, const QVariantList &values)
+{
+    QSqlQuery query(m_connection->Database()); // outlives the transaction, as in TConnection::Execute
+    TTransaction transaction(*m_connection);
+    m_connection->run(query, sql, values);
+    if (const int touched = query.numRowsAffected(); touched >= 0 && touched != 1)
+        throw EDatabaseError("La ligne a été modifiée ou supprimée par un autre poste");
+    transaction.Commit();
+}
+
+void TQuery::writeInsert(TRecord &record)
+{
+    QStringList names, places;
+    QVariantList values;
+    for (int i = 0; i < Fields().Count(); ++i) {
+        const auto &value = record[static_cast<std::size_t>(i)];
+        if (!value.isValid() || !target().InTable[static_cast<std::size_t>(i)])
+            continue; // the table's own default serves
+        names << quoted(Fields()[i].FieldName());
+        places << QStringLiteral("?");
+        values << value;
+    }
+    write("insert into " + target().Table +
+              (names.isEmpty() ? QStringLiteral(" default values")
+                               : " (" + names.join(comma) + ") values (" + places.join(comma) + ")"),
+          values);
+}
+
+void TQuery::writeUpdate(const TRecord &before, TRecord &record)
+{
+    QStringList changes;
+    QVariantList values;
+    for (int i = 0; i < Fields().Count(); ++i) {
+        const auto field = static_cast<std::size_t>(i);
+        if (record[field] == before[field] || !target().InTable[field])
+            continue;
+        changes << quoted(Fields()[i].FieldName()) +
+                       (record[field].isValid() ? QStringLiteral(" = ?") : QStringLiteral(" = null"));
+        if (record[field].isValid())
+            values << record[field];
+    }
+    if (changes.isEmpty())
+        return;
+    const auto where = condition(before, values);
+    write("update " + target().Table + " set " + changes.join(comma) + where, values);
+}
+
+void TQuery::writeDelete(const TRecord &record)
+{
+    QVariantList values;
+    const auto where = condition(record, values);
+    write("delete from " + target().Table + where, values);
+}
+
+} // namespace Zelmar01

@@ -1,0 +1,127 @@
+#include <Zelmar01/data/Rows.h>
+
+#include <Zelmar01/data/Field.h>
+
+#include <compare>
+#include <type_traits>
+
+namespace Zelmar01 {
+
+namespace {
+
+template<class Values>
+using TValueOf = typename std::decay_t<Values>::value_type;
+
+template<class T>
+int order(const T &a, const T &b)
+{
+    return a < b ? -1 : b < a ? 1 : 0;
+}
+
+} // namespace
+
+TColumn::TColumn(TFieldType type)
+{
+    switch (type) {
+    case ftString:
+        m_values = std::vector<QString>();
+        break;
+    case ftInteger:
+        m_values = std::vector<qint64>();
+        break;
+    case ftFloat:
+        m_values = std::vector<double>();
+        break;
+    case ftBCD:
+        m_values = std::vector<TDecimal>();
+        break;
+    case ftBoolean:
+        m_values = std::vector<bool>();
+        break;
+    case ftDate:
+        m_values = std::vector<QDate>();
+        break;
+    case ftTime:
+        m_values = std::vector<QTime>();
+        break;
+    case ftDateTime:
+        m_values = std::vector<QDateTime>();
+        break;
+    case ftBytes:
+        m_values = std::vector<QByteArray>();
+        break;
+    }
+}
+
+QVariant TColumn::Value(std::size_t row) const
+{
+    if (m_nulls[row])
+        return {};
+    return std::visit(
+        [row](const auto &values) { return QVariant::fromValue<TValueOf<decltype(values)>>(values[row]); },
+        m_values);
+}
+
+void TColumn::Append(const QVariant &value)
+{
+    m_nulls.push_back(!value.isValid());
+    std::visit([&](auto &values) { values.push_back(value.value<TValueOf<decltype(values)>>()); }, m_values);
+}
+
+QString TColumn::AsText(std::size_t row) const
+{
+    if (const auto *texts = std::get_if<std::vector<QString>>(&m_values))
+        return (*texts)[row]; // a null is kept as an empty one
+    if (const auto *numbers = std::get_if<std::vector<qint64>>(&m_values); numbers && !m_nulls[row])
+        return QString::number((*numbers)[row]);
+    return TextOfValue(Value(row));
+}
+
+void TColumn::Set(std::size_t row, const QVariant &value)
+{
+    m_nulls[row] = !value.isValid();
+    std::visit([&](auto &values) { values[row] = value.value<TValueOf<decltype(values)>>(); }, m_values);
+}
+
+int TColumn::Compare(std::size_t a, std::size_t b, Qt::CaseSensitivity sensitivity) const
+{
+    if (m_nulls[a] || m_nulls[b])
+        return m_nulls[b] - m_nulls[a];
+    return std::visit(
+        [=](const auto &values) {
+            if constexpr (std::is_same_v<TValueOf<decltype(values)>, QString>)
+                return values[a].compare(values[b], sensitivity);
+            else
+                return order<TValueOf<decltype(values)>>(values[a], values[b]);
+        },
+        m_values);
+}
+
+TRows::TRows(const TFieldDefs &defs)
+{
+    for (const auto &def : defs)
+        m_columns.emplace_back(def.DataType);
+}
+
+std::size_t TRows::Append(const std::vector<QVariant> &values)
+{
+    for (std::size_t field = 0; field < m_columns.size(); ++field)
+        m_columns[field].Append(values[field]);
+    return m_count++;
+}
+
+void TRows::Set(std::size_t row, const std::vector<QVariant> &values)
+{
+    for (std::size_t field = 0; field < m_columns.size(); ++field)
+        m_columns[field].Set(row, values[field]);
+}
+
+std::vector<QVariant> TRows::Record(std::size_t row) const
+{
+    std::vector<QVariant> values;
+    for (const auto &column : m_columns)
+        values.push_back(column.Value(row));
+    return values;
+}
+
+} // namespace Zelmar01

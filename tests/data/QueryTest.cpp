@@ -1,0 +1,94 @@
+#include "Samples.h"
+
+#include <Zelmar01/data/DataErrors.h>
+#include <Zelmar01/data/Query.h>
+
+#include <support/TempFolder.h>
+
+#include <gtest/gtest.h>
+
+using namespace Zelmar01;
+
+namespace {
+
+class Query : public testing::Test
+{
+protected:
+    Query()
+    {
+        m_connection.setDatabaseName(QString::fromStdString((m_folder / "shop.db").string()));
+        m_connection.Execute(
+            QStringLiteral("create table ARTICLE (ID integer primary key, LIBELLE varchar(20) not null "
+                           "unique, PRIX decimal(10,2), ENTREE date, VENDU boolean)"));
+        for (const auto *row : {"1, 'Bague d''or', 1250.10, '2024-02-29', 0", "2, 'Étui', null, null, 1",
+                                "12, 'Collier', 0.10, '2026-11-21', null"})
+            m_connection.Execute(
+                QStringLiteral("insert into ARTICLE values (%1)").arg(QString::fromUtf8(row)));
+        m_articles.setCommandText(QStringLiteral("select * from ARTICLE with (nolock) order by ID"));
+        m_articles.Open();
+    }
+
+    TempFolder m_folder;
+    TConnection m_connection;
+    TQuery m_articles{nullptr, &m_connection};
+};
+
+std::string causeOf(const std::function<void()> &work)
+{
+    try {
+        work();
+    } catch (const EDatabaseError &error) {
+        return error.Cause();
+    }
+    return "no error";
+}
+
+} // namespace
+
+TEST_F(Query, knowsDeclaredTypesAlsoBehindAJoin)
+{
+    m_articles.setCommandText(QStringLiteral("select a.PRIX, b.LIBELLE, b.ENTREE, b.VENDU, a.PRIX + 0.5 as S "
+                                             "from ARTICLE a join ARTICLE b on a.ID = b.ID order by a.ID"));
+    m_articles.Open();
+    const TFieldType types[] = {ftBCD, ftString, ftDate, ftBoolean, ftFloat};
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(m_articles.Fields()[i].DataType(), types[i]) << i;
+    EXPECT_EQ(m_articles.Fields()[1].Size(), 20);
+    EXPECT_EQ(column(m_articles, "PRIX"), QStringLiteral("1250.10 - 0.10"));
+    EXPECT_EQ(column(m_articles, "ENTREE"), QStringLiteral("2024-02-29 - 2026-11-21"));
+    EXPECT_EQ(column(m_articles, "VENDU"), QStringLiteral("0 1 -"));
+}
+
+TEST_F(Query, whatIsNoTableCannotBeChanged)
+{
+    for (const auto *sql : {"select count(*) from ARTICLE", "select LIBELLE from ARTICLE",
+                            "select distinct * from ARTICLE", "select a.* from ARTICLE a, ARTICLE b"}) {
+        m_articles.setCommandText(QString::fromLatin1(sql));
+        m_articles.Open();
+        EXPECT_THROW(m_articles.Edit(), EDatabaseError) << sql;
+        EXPECT_THROW(m_articles.Insert(), EDatabaseError) << sql;
+    }
+}
+
+TEST_F(Query, errorsCarryTheDatabasesWords)
+{
+    EXPECT_NE(causeOf([this] { m_connection.Execute(QStringLiteral("selec 1")); }).find("syntax error"),
+              std::string::npos);
+    m_articles.setCommandText(QStringLiteral("select * from PAS_LA"));
+    EXPECT_NE(causeOf([this] { m_articles.Open(); }).find("no such table"), std::string::npos);
+    EXPECT_FALSE(m_articles.Active());
+    TConnection nowhere;
+    nowhere.setDatabaseName(QStringLiteral("/no/such/folder/shop.db"));
+    EXPECT_NE(causeOf([&] { nowhere.Open(); }), "no error");
+    EXPECT_FALSE(nowhere.Connected());
+    TQuery lonely;
+    EXPECT_THROW(lonely.Open(), EDatabaseError);
+}
+
+TEST_F(Query, parametersStandForQuestionMarks)
+{
+    m_articles.setCommandText(QStringLiteral("select ID from ARTICLE where LIBELLE = ?"));
+    m_articles.setParams({QStringLiteral("Bague d'or")});
+    m_articles.Open();
+    EXPECT_EQ(column(m_articles, "ID"), QStringLiteral("1"));
+}
