@@ -1,0 +1,224 @@
+#include <Zelmar01/descrtree/CacheFiles.h>
+
+#include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Windows1252.h>
+#include <Zelmar01/core/Windows1252Text.h>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace Zelmar01 {
+
+namespace {
+
+constexpr qint64 largestFile = 0x7FFF'FFFF;
+constexpr std::size_t shortestObjectLine = 20; // "1{@}0{@}{@}{@}{@}{@}" and no line end
+constexpr int longestFirstLine = 64;
+constexpr std::size_t longestQuote = 40;
+
+[[noreturn]] void raiseReadError(const QString &path, const QString &reason)
+{
+    throw EInOutError("Impossible de lire les fichiers de l'arbre des codes",
+                      {0, (path + QStringLiteral(" : ") + reason).toStdString(), {}});
+}
+
+// Only an ordinary file is opened: a pipe in its place would keep the caller waiting.
+void openFile(QFile &file)
+{
+    const QFileInfo info(file.fileName());
+    if (info.exists() && !info.isFile())
+        raiseReadError(file.fileName(), QStringLiteral("n'est pas un fichier ordinaire"));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        raiseReadError(file.fileName(), file.errorString());
+}
+
+QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    openFile(file);
+    if (file.size() > largestFile)
+        raiseReadError(path, QStringLiteral("fichier trop grand"));
+    auto bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        raiseReadError(path, file.errorString());
+    if (bytes.size() > largestFile)
+        raiseReadError(path, QStringLiteral("fichier trop grand"));
+    return bytes;
+}
+
+std::string quoted(std::string_view bytes)
+{
+    return "« " + Utf8FromWindows1252(bytes.substr(0, longestQuote)) + " »";
+}
+
+int numberOfLevels(const QString &path, std::string_view line)
+{
+    if (const auto number = DescrInteger(line))
+        return *number;
+    throw EConvertError(path.toStdString() + ", ligne 1 : nombre entier attendu au lieu de " + quoted(line));
+}
+
+// Takes lines off a text. They end with LF, a CR before it belongs to the end, and the last one may go
+// without.
+class TLines
+{
+public:
+    explicit TLines(const QByteArray &text) : m_rest(text.constData(), static_cast<std::size_t>(text.size()))
+    {
+    }
+
+    std::size_t Number() const { return m_number; }
+
+    bool Take(std::string_view &line)
+    {
+        if (m_rest.empty())
+            return false;
+        const auto end = std::min(m_rest.find('\n'), m_rest.size());
+        line = m_rest.substr(0, end);
+        m_rest.remove_prefix(std::min(end + 1, m_rest.size()));
+        if (line.ends_with('\r'))
+            line.remove_suffix(1);
+        ++m_number;
+        return true;
+    }
+
+private:
+    std::string_view m_rest;
+    std::size_t m_number = 0;
+};
+
+class TCacheReader
+{
+public:
+    TCacheReader(const TCacheFiles &files, const TNodeTextRule &rule)
+        : m_files(files), m_showsCode(rule.AfficherCodeStat), m_treeBytes(contentsOf(files.Tree)),
+          m_objectBytes(contentsOf(files.Objects)), m_treeLines(m_treeBytes), m_objectLines(m_objectBytes)
+    {
+        auto separator = ToWindows1252(rule.Separateur);
+        if (m_showsCode && !separator.Missing.isEmpty())
+            throw EConvertError(files.Tree.toStdString() + " : séparateur hors de Windows-1252");
+        m_separator = std::move(separator.Bytes);
+    }
+
+    TDescrTree Read()
+    {
+        std::string_view line;
+        m_objectLines.Take(line);
+        const auto recorded = numberOfLevels(m_files.Objects, line);
+        std::string_view root;
+        if (!m_treeLines.Take(root) || root.starts_with('\t'))
+            raise(m_files.Tree, 1, "la racine manque");
+
+        m_records.reserve(std::min(static_cast<std::size_t>(std::max(recorded, 0)),
+                                   static_cast<std::size_t>(m_objectBytes.size()) / shortestObjectLine));
+        for (std::string_view text; m_objectLines.Take(line);) {
+            takeRecord(line);
+            if (!m_treeLines.Take(text))
+                raise(m_files.Tree, m_treeLines.Number() + 1, "le niveau manque");
+            checkText(text);
+        }
+        if (m_treeLines.Take(line))
+            raise(m_files.Tree, m_treeLines.Number(), "niveau absent de l'autre fichier");
+        if (static_cast<std::int64_t>(m_records.size()) != recorded)
+            raise(m_files.Objects, 1,
+                  std::to_string(recorded) + " niveaux annoncés, " + std::to_string(m_records.size()) +
+                      " trouvés");
+        const auto rootText = FromWindows1252(root);
+        return {rootText, TDescrRows(TDescrTexts(std::move(m_objectBytes)), std::move(m_records))};
+    }
+
+private:
+    [[noreturn]] void raise(const QString &path, std::size_t line, const std::string &reason) const
+    {
+        std::string message = path.toStdString() + ", ligne " + std::to_string(line);
+        if (line == m_records.size() + 1 && !m_records.empty())
+            message += ", code " + quoted(bytesOf(m_records.back().Code));
+        throw EConvertError(message + " : " + reason);
+    }
+
+    std::string_view bytesOf(TDescrText text) const
+    {
+        return {m_objectBytes.constData() + text.Begin(), text.Size()};
+    }
+
+    void takeRecord(std::string_view line)
+    {
+        const auto value = [&] {
+            const auto end = line.find(DescrSeparator);
+            if (end == line.npos)
+                raise(m_files.Objects, m_objectLines.Number(), "niveau incomplet");
+            const auto taken = line.substr(0, end);
+            line.remove_prefix(end + DescrSeparator.size());
+            return taken;
+        };
+        const auto integer = [&] {
+            const auto taken = value();
+            const auto number = DescrInteger(taken);
+            if (!number)
+                raise(m_files.Objects, m_objectLines.Number(),
+                      "nombre entier attendu au lieu de " + quoted(taken));
+            return *number;
+        };
+        const auto text = [&] {
+            const auto taken = value();
+            return TDescrText(static_cast<std::uint32_t>(taken.data() - m_objectBytes.constData()),
+                              static_cast<std::uint32_t>(taken.size()), false);
+        };
+        // The initializers are evaluated from left to right.
+        m_records.push_back(TDescrRecord{integer(), integer(), text(), text(), text(), text()});
+    }
+
+    void checkText(std::string_view text)
+    {
+        const auto &record = m_records.back();
+        const auto code = bytesOf(record.Code), label = bytesOf(record.Libelle);
+        const auto depth = std::min(text.find_first_not_of('\t'), text.size());
+        if (depth != std::max<std::size_t>(code.size(), 1))
+            raise(m_files.Tree, m_treeLines.Number(), "retrait différent de la longueur du code");
+        if (depth > m_depth + 1)
+            raise(m_files.Tree, m_treeLines.Number(), "niveau sans parent");
+        m_depth = depth;
+
+        text.remove_prefix(depth);
+        if (m_showsCode && text.starts_with(code) && text.substr(code.size()).starts_with(m_separator))
+            text.remove_prefix(code.size() + m_separator.size());
+        else if (m_showsCode)
+            raise(m_files.Tree, m_treeLines.Number(), "texte sans code et séparateur du niveau");
+        if (text != label)
+            raise(m_files.Tree, m_treeLines.Number(), "texte différent du libellé du niveau");
+    }
+
+    const TCacheFiles &m_files;
+    const bool m_showsCode;
+    const QByteArray m_treeBytes;
+    QByteArray m_objectBytes;
+    TLines m_treeLines, m_objectLines;
+    std::string m_separator;
+    std::vector<TDescrRecord> m_records;
+    std::size_t m_depth = 0;
+};
+
+} // namespace
+
+int RecordedCount(const QString &objectsFile)
+{
+    QFile file(objectsFile);
+    if (!file.exists())
+        return -2;
+    openFile(file);
+    std::string_view line;
+    const auto bytes = file.readLine(longestFirstLine);
+    TLines(bytes).Take(line);
+    return numberOfLevels(objectsFile, line);
+}
+
+TDescrTree ReadCacheFiles(const TCacheFiles &files, const TNodeTextRule &rule)
+{
+    return TCacheReader(files, rule).Read();
+}
+
+} // namespace Zelmar01
