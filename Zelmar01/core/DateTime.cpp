@@ -15,6 +15,8 @@ using namespace std::chrono;
 
 constexpr sys_days dayZero = year{1899} / December / 30;
 constexpr std::int64_t millisecondsADay = 86'400'000;
+constexpr double firstDay = (sys_days{year{1} / January / 1} - dayZero).count();
+constexpr double lastDay = (sys_days{year{9999} / December / 31} - dayZero).count();
 
 } // namespace
 
@@ -57,6 +59,9 @@ TDateTime EncodeTime(int hour, int minute, int second, int millisecond)
 
 TDateTimeParts DecodeDateTime(TDateTime moment)
 {
+    // The first and the last day of the calendar; the comparison is false for what is not a number.
+    if (!(moment > firstDay - 1 && moment < lastDay + 1))
+        throw EConvertError(MessageText(TMessage::InvalidDate));
     const double wholeDays = std::trunc(moment);
     auto days = static_cast<std::int64_t>(wholeDays);
     auto rest = std::llround(std::abs(moment - wholeDays) * double(millisecondsADay));

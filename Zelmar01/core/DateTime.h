@@ -26,7 +26,7 @@ TDateTime EncodeTime(int hour, int minute, int second, int millisecond);
 bool TryEncodeDate(int year, int month, int day, TDateTime &date) noexcept;
 bool TryEncodeTime(int hour, int minute, int second, int millisecond, TDateTime &time) noexcept;
 
-/// The parts of a moment, to the nearest millisecond.
+/// The parts of a moment, to the nearest millisecond. Raises EConvertError outside the years 1 to 9999.
 TDateTimeParts DecodeDateTime(TDateTime moment);
 
 } // namespace Zelmar01

@@ -17,8 +17,8 @@ TExceptionDisplay &display()
 void writeToStandardError(const std::exception &exception)
 {
     std::fprintf(stderr, "%s\n", exception.what());
-    if (const auto *inOut = dynamic_cast<const EInOutError *>(&exception))
-        std::fprintf(stderr, "%s\n", inOut->Cause().Words().c_str());
+    if (const auto *cause = CauseOf(exception))
+        std::fprintf(stderr, "%s\n", cause->Words().c_str());
 }
 
 } // namespace

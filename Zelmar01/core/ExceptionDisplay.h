@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Zelmar01/core/Exceptions.h>
+
 #include <exception>
 #include <functional>
 #include <utility>
@@ -17,14 +19,20 @@ TExceptionDisplay SetExceptionDisplay(TExceptionDisplay display);
 void ShowException(const std::exception &exception);
 
 /// Runs a piece of work that the event loop called, where nothing may be thrown: what it raises goes to the
-/// exception display.
+/// exception display. What the display itself raises is lost.
 template<class Work>
 void ShowingExceptions(Work &&work) noexcept
 {
     try {
-        std::forward<Work>(work)();
-    } catch (const std::exception &exception) {
-        ShowException(exception);
+        try {
+            std::forward<Work>(work)();
+        } catch (const std::exception &exception) {
+            ShowException(exception);
+        } catch (...) {
+            ShowException(EInvalidOperation("Erreur de nature inconnue"));
+        }
+    } catch (...) {
+        return; // there is nobody left to tell
     }
 }
 

@@ -65,8 +65,8 @@ void displayException(const std::exception &exception)
     QMessageBox box(QMessageBox::Critical, QApplication::applicationDisplayName(),
                     QString::fromUtf8(exception.what()), QMessageBox::Ok, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
-    if (const auto *inOut = dynamic_cast<const EInOutError *>(&exception))
-        box.setInformativeText(QString::fromStdString(inOut->Cause().Words()));
+    if (const auto *cause = CauseOf(exception))
+        box.setInformativeText(QString::fromStdString(cause->Words()));
     box.exec();
 }
 

@@ -249,11 +249,16 @@ std::string padded(std::string_view text, std::size_t length, char with = ' ')
     return line;
 }
 
+std::string utf8Path(const std::filesystem::path &file)
+{
+    const auto name = file.u8string();
+    return {name.begin(), name.end()};
+}
+
 EInOutError fileError(TMessage message, const std::filesystem::path &file)
 {
     const int error = errno;
-    const auto name = file.u8string();
-    auto cause = CauseFromErrno(error, std::string(name.begin(), name.end()));
+    auto cause = CauseFromErrno(error, utf8Path(file));
     if (error == EWOULDBLOCK)
         cause.Remedy = "le fichier est en cours d'utilisation par un autre programme";
     return {MessageText(message), std::move(cause)};
@@ -279,13 +284,18 @@ void LoadCodeFile(const std::filesystem::path &path, TPrinterCodes &codes)
     if (!line || !line->starts_with(header))
         return;
     auto type = ptTiroir;
-    while ((line = lines.Next())) {
+    for (int number = 2; (line = lines.Next()); ++number) {
         if (line->front() == '#')
             type = typeOfLabel(trimmed(line->substr(1, 15)));
-        else if (line->front() == ':')
-            takeCodeLine(*line, codes[type]);
-        else
+        else if (line->front() != ':')
             return;
+        else
+            try {
+                takeCodeLine(*line, codes[type]);
+            } catch (const EConvertError &error) {
+                throw EConvertError(error.what(),
+                                    {0, utf8Path(path) + " : ligne " + std::to_string(number), {}});
+            }
     }
 }
 

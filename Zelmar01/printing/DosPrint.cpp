@@ -29,7 +29,8 @@ bool isDefaultPrinter(const QString &name)
 
 std::filesystem::path codeFile(const QString &name)
 {
-    return CodeFilePath(std::filesystem::path(name.toStdU16String()));
+    const auto utf8 = name.toUtf8();
+    return CodeFilePath(std::u8string(utf8.begin(), utf8.end()));
 }
 
 } // namespace
@@ -93,13 +94,13 @@ bool TDosPrint::fPortIsLocal(const QString &name)
 
 void TDosPrint::SetPrinter(std::shared_ptr<TPrinterObject> printer)
 {
-    m_printer = std::move(printer);
-    fPrnDosPort(m_prnName);
+    m_printer = printer ? std::move(printer) : std::make_shared<TPrinterObject>(PlatformPrintSystem());
+    if (!m_prnName.isEmpty())
+        fPrnDosPort(m_prnName);
 }
 
 bool TDosPrint::PrintString(std::string_view text, bool convert)
 {
-    m_outcome.MissingCharacters.clear();
     return send(convert ? ConvertText(m_conversion, text) : std::string(text));
 }
 
@@ -128,18 +129,21 @@ bool TDosPrint::send(const std::string &data)
 
 bool TDosPrint::fPrintStringwPassTrough(const QString &, std::string_view data)
 {
+    m_outcome.MissingCharacters.clear();
     SendThroughDriver(*m_printer, data, m_outcome);
     return m_outcome.Success;
 }
 
 bool TDosPrint::fPrintStringwFileCreate(const QString &printerName, std::string_view data)
 {
+    m_outcome.MissingCharacters.clear();
     SendToPort(m_printer->System(), printerName.toStdString(), data, m_outcome);
     return m_outcome.Success;
 }
 
 bool TDosPrint::fPrintStringwOpenPrinter(const QString &printerName, std::string_view data)
 {
+    m_outcome.MissingCharacters.clear();
     SendToSpooler(m_printer->System(), printerName.toStdString(), data, m_outcome);
     return m_outcome.Success;
 }

@@ -31,7 +31,7 @@ struct TDosPrintOutcome : TPrintOutcome
 ///
 ///     TDosPrint printer;
 ///     printer.setPrnName("COM1:");
-///     printer.PrintString(u"Bague or 18 ct, 3 saphirs"_s, false);
+///     printer.PrintString(QStringLiteral("Bague or 18 ct, 3 saphirs, 1 250 €"), false);
 ///     printer.OuvreTiroirCaisse();
 class TDosPrint : public TComponent
 {
@@ -139,8 +139,10 @@ public:
     /// Sends a text, converted by Conversion when `convert` is true. The text may hold control codes, but
     /// then must not be converted. Returns whether the way taken reports success; Outcome() tells more.
     ///
-    /// Bytes are taken as Windows-1252, a QString is brought to it first. Data beyond the limit of the way
-    /// are not sent (4086 bytes to a port, 4085 otherwise); PrintTicket has no such limit.
+    /// Bytes, char literals among them, are taken as Windows-1252: write QStringLiteral("Été") for a text
+    /// with accents, which is brought to Windows-1252 first. A char literal ends at its first zero byte. Data
+    /// beyond the limit of the way are not sent (4086 bytes to a port, 4085 otherwise); PrintTicket has no
+    /// such limit.
     ///
     /// A port raises EInOutError: "Port de l'imprimante ticket non trouvé" or "Problème d'écriture sur
     /// l'imprimante ticket !".

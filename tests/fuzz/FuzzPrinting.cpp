@@ -15,6 +15,9 @@
 #include <cctype>
 #include <cstdlib>
 #include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
 
 using namespace Zelmar01;
 
@@ -36,6 +39,27 @@ std::string lower(std::string_view text)
     return result;
 }
 
+// The codes that a code file names, by type and name in lower case, read in the plainest way.
+std::set<std::pair<std::size_t, std::string>> namedIn(const std::string &input)
+{
+    std::set<std::pair<std::size_t, std::string>> named;
+    const std::map<std::string, std::size_t> types{
+        {"HPPCL", ptHPPCL}, {"Epson", ptEpson}, {"IBM", ptIBM}, {"Tiroir", ptTiroir}};
+    std::size_t type = ptTiroir;
+    for (std::size_t at = lineLength; at + lineLength <= input.size(); at += lineLength) {
+        std::istringstream label(input.substr(at + 1, 15)), name(input.substr(at + 49, 15));
+        std::string word;
+        if (input[at] == '#') {
+            std::getline(label >> std::ws, word, '\0');
+            word.erase(word.find_last_not_of(' ') + 1);
+            type = types.contains(word) ? types.at(word) : std::size_t{ptUser1};
+        } else if (name >> word) {
+            named.insert({type, lower(word)});
+        }
+    }
+    return named;
+}
+
 void asCodeFile(const std::string &input)
 {
     static const TempFolder folder;
@@ -48,11 +72,11 @@ void asCodeFile(const std::string &input)
         LoadCodeFile(file, codes);
     } catch (const EConvertError &) {
     }
-    const auto text = lower(input);
+    const auto named = namedIn(input);
     for (std::size_t type = 0; type < codes.size(); ++type)
         for (const auto &field : PrinterCodeFields())
             if (codes[type].*field.Code != before[type].*field.Code)
-                require(type != ptPlain && text.find(lower(field.Name)) != std::string::npos);
+                require(named.contains({type, lower(field.Name)}));
     require(std::equal(codes.begin(), codes.end(), before.begin(),
                        [](const auto &a, const auto &b) { return a.Kind == b.Kind; }));
 }

@@ -271,12 +271,11 @@ TEST(DeviceFile, whatMayStandBehindAPort)
     for (const auto &[device, allowed, message, code, words, left] :
          {TCase{"/dev/null", TRegularFile::Refuse, "", 0, "", ""},
           {"/dev/full", TRegularFile::Refuse, writeFailed, ENOSPC, "plus de papier", ""},
-          {(folder / "directory").string(), TRegularFile::Append, notFound, EISDIR, "directory", ""},
+          {(folder / "directory").string(), TRegularFile::Append, notFound, EISDIR, "est un dossier", ""},
           {file, TRegularFile::Refuse, notFound, ENODEV, "file : n'est pas un périphérique", "before"},
           {file, TRegularFile::Append, "", 0, "", "beforeTotal"},
-          {file, TRegularFile::Truncate, "", 0, "", "Total"},
           {absent, TRegularFile::Refuse, notFound, ENOENT, absent, ""},
-          {absent, TRegularFile::Truncate, notFound, ENOENT, none, ""}}) {
+          {absent, TRegularFile::Append, notFound, ENOENT, none, ""}}) {
         std::ofstream(file) << "before";
         const TPortTarget target{{device}, {}, allowed};
         TPortMap ports;
@@ -291,8 +290,13 @@ TEST(DeviceFile, whatMayStandBehindAPort)
         EXPECT_EQ(contents(file), device == file ? left : "before");
         EXPECT_FALSE(std::filesystem::exists(absent));
     }
-    // The first device that exists is the port's.
-    EXPECT_TRUE(sendTo({{absent, file, "/dev/full"}, {}, TRegularFile::Truncate}, "Total").Outcome.Success);
+    // The first device that is there is the port's, and one without anything behind it is not.
+    EXPECT_TRUE(sendTo({{absent, file, "/dev/full"}, {}, TRegularFile::Append}, "Total").Outcome.Success);
+    const auto unread = (folder / "unread").string();
+    ASSERT_EQ(mkfifo(unread.c_str(), 0600), 0);
+    EXPECT_TRUE(sendTo({{unread, "/dev/null"}, {}, {}}, "Total").Outcome.Success);
+    EXPECT_EQ(sendTo({{absent, unread}, {}, {}}, "Total").Outcome.Cause.Code, ENXIO);
+    EXPECT_EQ(sendTo(TPortTarget{}, "Total").Message, notFound);
 }
 
 TEST(DeviceFile, namesTheGroupWhoseMembersMayPrint)

@@ -212,6 +212,7 @@ TEST_F(CodeFile, aMalformedListEndsTheLoadHalfApplied)
         FAIL() << "the malformed list went unnoticed";
     } catch (const EConvertError &error) {
         EXPECT_STREQ(error.what(), "Code invalide : x6");
+        EXPECT_NE(error.Cause().Text.find("x.PCC : ligne 3"), std::string::npos) << error.Cause().Text;
     }
     EXPECT_EQ(codes[ptTiroir].Ini, TPrinterCode("\5"));
     EXPECT_TRUE(codes[ptTiroir].Back.IsEmpty());

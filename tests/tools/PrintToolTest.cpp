@@ -182,11 +182,11 @@ TEST_F(PrintTool, SaysWhatWentWrong)
     const std::vector<TCase> cases{
         {1,
          "--port COM1:={folder}/absent --printer COM1:",
-         {"Port de l'imprimante ticket non trouvé", "/absent : No such file", "remède : vérifier"}},
+         {"Port de l'imprimante ticket non trouvé", "/absent : n'existe pas", "remède : vérifier"}},
         {1, "--port LPT1:={folder}/regular", {"non trouvé", "n'est pas un périphérique d'impression"}},
         {1,
          "--port LPT1:=/dev/full",
-         {"Problème d'écriture sur l'imprimante ticket !", "No space left", "plus de papier",
+         {"Problème d'écriture sur l'imprimante ticket !", "plus de place", "plus de papier",
           "0 octet sur 6"}},
         {1, "", {"UTF-8", "e9", "décalage 5", "--encoding windows-1252"}, "caf\xc3\xa9\xe9"},
         {1, "--drawer", {"décalage 0"}, "\xc0\x80"},

@@ -32,11 +32,7 @@ void loadCodes(TDosPrint &printer, const QString &file)
     if (!codes.read(75).startsWith("DosPrintControlCodes"))
         throw EConvertError((codes.fileName() + " : ce n'est pas un fichier de codes").toStdString());
     codes.close();
-    try {
-        printer.LoadPrinterCodes(file);
-    } catch (const EConvertError &error) {
-        throw EConvertError((codes.fileName() + " : ").toStdString() + error.what());
-    }
+    printer.LoadPrinterCodes(file);
 }
 
 // What was asked for must not be left out in silence.
@@ -159,7 +155,7 @@ TExit print(TDosPrint &printer, const TPrintToolOptions &options, QTextStream &o
         return outcome.Unknown ? TExit::OutcomeUnknown : TExit::Failed;
     }
     const auto name = outcome.Printer.empty() ? options.Printer : QString::fromStdString(outcome.Printer);
-    if (outcome.Success) {
+    if (outcome.Success && outcome.Accepted == outcome.Asked) {
         out << name << u" : "_s << countOf(outcome) << '\n';
         return TExit::Accepted;
     }
@@ -177,8 +173,8 @@ TExit print(TDosPrint &printer, const TPrintToolOptions &options, QTextStream &o
 void ReportFailure(QTextStream &err, const std::exception &failure)
 {
     err << QString::fromUtf8(failure.what()).trimmed() << '\n';
-    if (const auto *inOut = dynamic_cast<const EInOutError *>(&failure))
-        writeCause(err, inOut->Cause());
+    if (const auto *cause = CauseOf(failure))
+        writeCause(err, *cause);
 }
 
 TExit RunPrintTool(const TPrintToolOptions &options, QTextStream &out, QTextStream &err)

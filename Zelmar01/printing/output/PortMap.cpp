@@ -51,13 +51,12 @@ unsigned numberOf(std::string_view text, const std::array<unsigned, N> &choices)
 
 void setLine(TLineSettings &line, std::string_view key, std::string_view value)
 {
-    constexpr std::array<unsigned, 8> speeds{1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
     constexpr std::array<std::pair<std::string_view, TParity>, 3> parities{
         {{"none", TParity::None}, {"even", TParity::Even}, {"odd", TParity::Odd}}};
     constexpr std::array<std::pair<std::string_view, TFlowControl>, 3> flows{
         {{"none", TFlowControl::None}, {"rtscts", TFlowControl::RtsCts}, {"xonxoff", TFlowControl::XonXoff}}};
     if (key == "speed")
-        line.Speed = numberOf(value, speeds);
+        line.Speed = numberOf(value, LineSpeeds);
     else if (key == "bits")
         line.Bits = static_cast<int>(numberOf(value, std::array{7U, 8U}));
     else if (key == "parity")
@@ -81,6 +80,12 @@ std::string environment(const char *name)
 bool IsLocalPortName(std::string_view name)
 {
     return std::find(LocalPortNames.begin(), LocalPortNames.end(), name) != LocalPortNames.end();
+}
+
+bool TLineSettings::IsValid() const
+{
+    return (!Speed || std::find(LineSpeeds.begin(), LineSpeeds.end(), *Speed) != LineSpeeds.end()) &&
+           (!Bits || *Bits == 7 || *Bits == 8) && (!StopBits || *StopBits == 1 || *StopBits == 2);
 }
 
 TPortMap TPortMap::Defaults()

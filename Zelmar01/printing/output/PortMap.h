@@ -19,25 +19,36 @@ bool IsLocalPortName(std::string_view name);
 enum class TParity { None, Even, Odd };
 enum class TFlowControl { None, RtsCts, XonXoff };
 
+/// The speeds that a serial line can be set to, in bits a second. The time that a write may take (see
+/// SendToPort()) includes the line's own: at 9600 and above any call's bytes fit into it, at 4800 some 900
+/// do, at 2400 some 300 and at 1200 some 130.
+inline constexpr std::array<unsigned, 8> LineSpeeds{1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
+
 /// How a serial line is set while a ticket is written. What is unset stays as the device is configured.
 struct TLineSettings
 {
-    std::optional<unsigned> Speed; ///< bits a second: 1200, 2400, 4800, 9600, 19200, 38400, 57600 or 115200
+    std::optional<unsigned> Speed; ///< one of LineSpeeds
     std::optional<int> Bits;       ///< data bits, 7 or 8
     std::optional<TParity> Parity;
     std::optional<int> StopBits; ///< 1 or 2
     std::optional<TFlowControl> FlowControl;
 
+    /// Whether all that is set has one of the values named above. A port refuses other settings.
+    bool IsValid() const;
+
     bool operator==(const TLineSettings &) const = default;
 };
 
 /// What is done when the device of a port turns out to be a regular file.
-enum class TRegularFile { Refuse, Append, Truncate };
+enum class TRegularFile {
+    Refuse, ///< the port cannot be opened
+    Append, ///< the bytes are put behind what the file holds
+};
 
 /// What a port name stands for.
 struct TPortTarget
 {
-    /// Devices in order of preference, UTF-8; the first one that exists is used.
+    /// Devices in order of preference, UTF-8; the first one that is there, with something behind it, is used.
     std::vector<std::string> Devices;
     TLineSettings Line;
     /// Only a host can allow regular files; no setting of a user does. A file is never created.

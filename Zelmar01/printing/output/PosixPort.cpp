@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <fstream>
 #include <grp.h>
 #include <poll.h>
 #include <sys/file.h>
@@ -25,22 +26,14 @@ using namespace std::chrono_literals;
 constexpr std::chrono::milliseconds pollSlice = 50ms;
 constexpr std::chrono::milliseconds queueSlice = 10ms;
 
+constexpr const char *configureRemedy = "le régler par ZELMAR01_PORTS ou ports.conf";
+
 // What the hardware of a line holds back at most where it does not tell.
 constexpr std::size_t hardwareBuffer = 256;
 
-struct TSpeed
-{
-    unsigned BitsASecond;
-    speed_t Constant;
-};
-constexpr std::array<TSpeed, 8> speeds{{{1200, B1200},
-                                        {2400, B2400},
-                                        {4800, B4800},
-                                        {9600, B9600},
-                                        {19200, B19200},
-                                        {38400, B38400},
-                                        {57600, B57600},
-                                        {115200, B115200}}};
+// The system's constants for LineSpeeds, in the same order.
+constexpr std::array<speed_t, LineSpeeds.size()> speedConstants{B1200,  B2400,  B4800,  B9600,
+                                                                B19200, B38400, B57600, B115200};
 
 std::string groupRemedy(const std::string &device)
 {
@@ -52,6 +45,19 @@ std::string groupRemedy(const std::string &device)
     return "ajouter l'utilisateur au groupe « " + name + " » puis rouvrir la session";
 }
 
+// A serial line of which the system knows that no hardware is behind it.
+bool hasNoHardware(const std::string &device)
+{
+    std::ifstream file("/sys/class/tty/" + device.substr(device.rfind('/') + 1) + "/type");
+    int type = -1;
+    return file >> type && type == 0;
+}
+
+bool isAbsence(int error)
+{
+    return error == ENOENT || error == ENXIO || error == ENODEV || error == EIO;
+}
+
 bool isTarget(mode_t mode, const TPortTarget &target)
 {
     return S_ISCHR(mode) || S_ISFIFO(mode) || (S_ISREG(mode) && target.RegularFile != TRegularFile::Refuse);
@@ -59,9 +65,9 @@ bool isTarget(mode_t mode, const TPortTarget &target)
 
 void applyLine(termios &mode, const TLineSettings &line)
 {
-    for (const auto &speed : speeds)
-        if (speed.BitsASecond == line.Speed)
-            cfsetspeed(&mode, speed.Constant);
+    for (std::size_t i = 0; i < LineSpeeds.size(); ++i)
+        if (LineSpeeds[i] == line.Speed)
+            cfsetspeed(&mode, speedConstants[i]);
     if (line.Bits)
         mode.c_cflag = (mode.c_cflag & ~tcflag_t{CSIZE}) | (*line.Bits == 7 ? tcflag_t{CS7} : tcflag_t{CS8});
     if (line.Parity) {
@@ -83,10 +89,10 @@ void applyLine(termios &mode, const TLineSettings &line)
 
 unsigned bitsASecond(const termios &mode)
 {
-    for (const auto &speed : speeds)
-        if (speed.Constant == cfgetospeed(&mode))
-            return speed.BitsASecond;
-    return speeds.back().BitsASecond;
+    for (std::size_t i = 0; i < LineSpeeds.size(); ++i)
+        if (speedConstants[i] == cfgetospeed(&mode))
+            return LineSpeeds[i];
+    return LineSpeeds.back();
 }
 
 // Bytes go out as they are; character size, parity and flow control stay as they were found.
@@ -111,22 +117,8 @@ bool sameLine(const termios &a, const termios &b)
 
 PosixPort::PosixPort(const TPortTarget &target, TSystemCause &cause)
 {
-    if (!open(target, cause))
-        return;
-    termios mode = {};
-    if (!m_isCharacterDevice)
-        return;
-    if (tcgetattr(m_file, &mode) == 0) {
-        // Two programs that write to one line at a time would print a mixture of two tickets.
-        if (flock(m_file, LOCK_EX | LOCK_NB) != 0) {
-            fail(errno == EWOULDBLOCK ? EBUSY : errno, cause);
-            return;
-        }
-        m_found = mode;
-        setUpLine(target.Line, cause);
-    } else if (errno != ENOTTY && errno != EINVAL) {
-        fail(errno, cause);
-    }
+    tryDevices(target, cause,
+               [&](TSystemCause &why) { return open(target, why) && takeLine(target.Line, why); });
 }
 
 PosixPort::~PosixPort()
@@ -138,41 +130,67 @@ PosixPort::~PosixPort()
     close(m_file);
 }
 
-const std::string &PosixPort::ChosenDevice(const TPortTarget &target)
-{
-    static const std::string none;
-    if (target.Devices.empty())
-        return none;
-    for (const auto &device : target.Devices)
-        if (target.Devices.size() == 1 || access(device.c_str(), F_OK) == 0)
-            return device;
-    return target.Devices.front();
-}
-
-bool PosixPort::IsUsable(const TPortTarget &target, TSystemCause &cause)
+bool PosixPort::IsUsable(const TPortTarget &target, std::string &device, TSystemCause &cause)
 {
     PosixPort port;
-    port.m_device = ChosenDevice(target);
+    const bool usable =
+        port.tryDevices(target, cause, [&](TSystemCause &why) { return port.look(target, why); });
+    device = usable || target.Devices.empty() ? port.m_device : target.Devices.front();
+    return usable;
+}
+
+// Tries the devices in their order. One that is not there, or has nothing behind it, leaves the next one its
+// turn; of several failures the first of a device that is there counts.
+template<class Attempt>
+bool PosixPort::tryDevices(const TPortTarget &target, TSystemCause &cause, Attempt attempt)
+{
+    cause = {ENOENT, "aucun périphérique n'est réglé pour ce port", configureRemedy};
+    for (const auto &device : target.Devices) {
+        m_device = device;
+        TSystemCause why;
+        if (attempt(why))
+            return true;
+        if (cause.Code == ENOENT && (why.Code != ENOENT || device == target.Devices.front()))
+            cause = why;
+        if (!isAbsence(why.Code))
+            break;
+    }
+    return false;
+}
+
+bool PosixPort::look(const TPortTarget &target, TSystemCause &cause)
+{
     struct stat status = {};
-    if (stat(port.m_device.c_str(), &status) != 0 ||
-        faccessat(AT_FDCWD, port.m_device.c_str(), W_OK, AT_EACCESS) != 0)
-        return port.fail(errno, cause);
-    return isTarget(status.st_mode, target) || port.failAsNoDevice(cause);
+    if (stat(m_device.c_str(), &status) != 0 || faccessat(AT_FDCWD, m_device.c_str(), W_OK, AT_EACCESS) != 0)
+        return fail(errno, cause);
+    if (hasNoHardware(m_device))
+        return fail(ENXIO, cause);
+    return isTarget(status.st_mode, target) || failAsNoDevice(cause);
 }
 
 bool PosixPort::open(const TPortTarget &target, TSystemCause &cause)
 {
-    m_device = ChosenDevice(target);
     const int append = target.RegularFile == TRegularFile::Append ? O_APPEND : 0;
     m_file = ::open(m_device.c_str(), O_WRONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC | append);
     struct stat status = {};
     if (m_file < 0 || fstat(m_file, &status) != 0)
         return fail(errno, cause);
-    if (!isTarget(status.st_mode, target))
-        return failAsNoDevice(cause);
     m_isCharacterDevice = S_ISCHR(status.st_mode);
-    const bool truncates = S_ISREG(status.st_mode) && target.RegularFile == TRegularFile::Truncate;
-    return !truncates || ftruncate(m_file, 0) == 0 || fail(errno, cause);
+    return isTarget(status.st_mode, target) || failAsNoDevice(cause);
+}
+
+bool PosixPort::takeLine(const TLineSettings &line, TSystemCause &cause)
+{
+    termios mode = {};
+    if (!m_isCharacterDevice)
+        return true;
+    if (tcgetattr(m_file, &mode) != 0)
+        return errno == ENOTTY || errno == EINVAL || fail(errno, cause);
+    // Two programs that write to one line at a time would print a mixture of two tickets.
+    if (flock(m_file, LOCK_EX | LOCK_NB) != 0)
+        return fail(errno == EWOULDBLOCK ? EBUSY : errno, cause);
+    m_found = mode;
+    return setUpLine(line, cause);
 }
 
 bool PosixPort::setUpLine(const TLineSettings &line, TSystemCause &cause)
@@ -180,17 +198,24 @@ bool PosixPort::setUpLine(const TLineSettings &line, TSystemCause &cause)
     m_used = *m_found;
     makeRaw(m_used);
     applyLine(m_used, line);
+    if (!line.IsValid())
+        return failAsRefused(cause);
     if (tcsetattr(m_file, TCSANOW, &m_used) != 0)
         return fail(errno, cause);
     // The call succeeds when any of the settings could be made.
     termios got = {};
     if (line != TLineSettings{} && (tcgetattr(m_file, &got) != 0 || !sameLine(m_used, got))) {
         tcsetattr(m_file, TCSANOW, &*m_found);
-        fail(EINVAL, cause);
-        cause.Text = m_device + " : le périphérique refuse les réglages de ligne demandés";
-        return false;
+        return failAsRefused(cause);
     }
     return true;
+}
+
+bool PosixPort::failAsRefused(TSystemCause &cause)
+{
+    fail(EINVAL, cause);
+    cause.Text = m_device + " : le périphérique refuse les réglages de ligne demandés";
+    return false;
 }
 
 bool PosixPort::fail(int error, TSystemCause &cause)
@@ -218,7 +243,9 @@ TSystemCause PosixPort::causeOf(int error) const
         cause.Remedy = "plus de papier, ou imprimante hors ligne";
     else if (error == EBUSY)
         cause.Remedy = "un autre programme utilise ce port";
-    else if (error == ENOENT || error == ENXIO || error == EIO || error == ENODEV || error == EPIPE)
+    else if (error == ETIMEDOUT)
+        cause.Remedy = "vérifier que l'imprimante est allumée, en ligne et garnie de papier";
+    else if (isAbsence(error) || error == EPIPE)
         cause.Remedy =
             "vérifier que l'imprimante est branchée et allumée, et le réglage du port (ZELMAR01_PORTS, "
             "ports.conf)";
@@ -247,6 +274,24 @@ bool PosixPort::waitForRoom(TClock::time_point deadline) const
     if (poll(&room, 1, static_cast<int>(std::min(left, pollSlice).count())) > 0)
         std::this_thread::sleep_for(1ms);
     return true;
+}
+
+// A printer's device that does not wait takes the bytes over before the printer has them, and forgets them
+// when it is closed then. It has room again when they have gone. Returns the error.
+int PosixPort::waitUntilTaken(TClock::time_point deadline) const
+{
+    for (;;) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - TClock::now());
+        pollfd room{m_file, POLLOUT, 0};
+        if (poll(&room, 1, static_cast<int>(std::clamp(left, 0ms, pollSlice).count())) > 0) {
+            if (room.revents & POLLOUT)
+                return 0;
+            if (room.revents & (POLLERR | POLLHUP | POLLNVAL))
+                return EIO;
+        }
+        if (left <= 0ms)
+            return ETIMEDOUT;
+    }
 }
 
 // False when the deadline has come.
@@ -306,6 +351,11 @@ std::size_t PosixPort::Write(std::string_view bytes, TSystemCause &cause)
     }
     if (!error && !left)
         error = EIO;
+    if (!error && m_isCharacterDevice && !m_found) {
+        error = waitUntilTaken(deadline);
+        if (error)
+            left = written;
+    }
     if (!error) {
         waitForHardware(written, deadline);
         return written;

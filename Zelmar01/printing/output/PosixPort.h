@@ -29,23 +29,27 @@ public:
     /// See IPrintSystem::FileWrite.
     std::size_t Write(std::string_view bytes, TSystemCause &cause);
 
-    /// The first device of the target that exists, or the first one when none does.
-    static const std::string &ChosenDevice(const TPortTarget &target);
-
-    /// Looks at the device without opening it; says why it cannot be used.
-    static bool IsUsable(const TPortTarget &target, TSystemCause &cause);
+    /// Looks at the devices of the target without opening one. Tells which would be used, or the first one
+    /// and why none can be.
+    static bool IsUsable(const TPortTarget &target, std::string &device, TSystemCause &cause);
 
 private:
     using TClock = std::chrono::steady_clock;
 
     PosixPort() = default;
+    template<class Attempt>
+    bool tryDevices(const TPortTarget &target, TSystemCause &cause, Attempt attempt);
+    bool look(const TPortTarget &target, TSystemCause &cause);
     bool open(const TPortTarget &target, TSystemCause &cause);
+    bool takeLine(const TLineSettings &line, TSystemCause &cause);
     bool setUpLine(const TLineSettings &line, TSystemCause &cause);
     bool fail(int error, TSystemCause &cause);
     bool failAsNoDevice(TSystemCause &cause);
+    bool failAsRefused(TSystemCause &cause);
     TSystemCause causeOf(int error) const;
     std::optional<std::size_t> queued() const;
     bool waitForRoom(TClock::time_point deadline) const;
+    int waitUntilTaken(TClock::time_point deadline) const;
     bool waitForQueue(TClock::time_point deadline) const;
     void waitForHardware(std::size_t bytes, TClock::time_point deadline) const;
 

@@ -193,10 +193,8 @@ std::vector<TPortState> LookAtPorts(const TPortMap &hostPorts)
     std::vector<TPortState> states;
     for (const auto name : LocalPortNames) {
         TPortState state{std::string(name), {}, false, {}};
-        if (const auto *target = ports.Find(name)) {
-            state.Device = PosixPort::ChosenDevice(*target);
-            state.Usable = PosixPort::IsUsable(*target, state.Cause);
-        }
+        if (const auto *target = ports.Find(name))
+            state.Usable = PosixPort::IsUsable(*target, state.Device, state.Cause);
         states.push_back(std::move(state));
     }
     return states;

@@ -42,8 +42,8 @@ struct TDocInfo
 /// What the library asks of the operating system to bring bytes to a printer, under the names that these
 /// operations have there. A failed operation leaves its reason in LastCause().
 ///
-/// Texts are UTF-8, data are bytes of any value. All calls run on the caller's thread and each of them ends:
-/// see TPrintSystemOptions.
+/// Texts are UTF-8, data are bytes of any value. All calls run on the caller's thread and each of them ends,
+/// but for a write to a port without time-outs: see TCommTimeouts and TPrintSystemOptions.
 class IPrintSystem
 {
 public:
@@ -102,7 +102,9 @@ struct TPrintSystemOptions
     /// The print server as "host:port" or the path of a socket; empty for the user's own (CUPS_SERVER or
     /// client.conf). Not used on Windows.
     std::string Server;
-    /// How long a connection to the print server may take, and each of its answers.
+    /// How long a connection to the print server may take, and each sending and each answer. The server's
+    /// name is looked up in the resolver's own time. Not used on Windows, which bounds the waits of its
+    /// spooler itself.
     std::chrono::milliseconds ConnectTimeout{3000};
     std::chrono::milliseconds ReplyTimeout{10000};
 };

@@ -11,8 +11,18 @@ TPrinterObject::TPrinterObject(std::shared_ptr<IPrintSystem> system) : m_system(
 
 TPrinterObject::~TPrinterObject()
 {
-    if (m_context >= 0)
-        m_system->EndDoc(m_context);
+    Abandon();
+}
+
+void TPrinterObject::Abandon() noexcept
+{
+    if (m_context < 0)
+        return;
+    try {
+        m_system->EndDoc(std::exchange(m_context, -1));
+    } catch (...) {
+        return; // the document is lost either way
+    }
 }
 
 std::vector<std::string> TPrinterObject::Printers() const

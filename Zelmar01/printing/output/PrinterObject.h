@@ -35,9 +35,9 @@ public:
     /// list is asked when the current printer is next needed.
     void SelectPrinter(std::string name);
 
-    /// The name of the current printer; empty when there is no printer at all. A chosen printer stays current
-    /// while the list cannot be had, so that a server that does not answer is asked once and not again for a
-    /// default.
+    /// The name of the current printer; empty when none was chosen and there is no default. A chosen printer
+    /// stays current while the list cannot be had, so that a server that does not answer is asked once and
+    /// not again for a default.
     std::string CurrentPrinter() const;
 
     /// Opens a document on the current printer and returns that printer's name. The document is titled as the
@@ -48,6 +48,8 @@ public:
     TPrintHandle Handle() const { return m_context; }
     /// Sends the open document off. Raises EInOutError.
     void EndDoc();
+    /// Lets go of the open document, if there is one, whatever has been sent of it.
+    void Abandon() noexcept;
 
 private:
     std::shared_ptr<IPrintSystem> m_system;

@@ -88,10 +88,14 @@ void SendThroughDriver(TPrinterObject &printer, std::string_view data, TPrintOut
         outcome.Printer = printer.BeginDoc();
         std::string buffer{static_cast<char>(sent.size() & 0xFFU), static_cast<char>(sent.size() >> 8U)};
         buffer += sent;
-        if (printer.System().Escape(printer.Handle(), EscapePassThrough, 0, buffer.data(), nullptr) > 0)
+        const int answer =
+            printer.System().Escape(printer.Handle(), EscapePassThrough, 0, buffer.data(), nullptr);
+        if (answer > 0)
             outcome.Accepted = sent.size();
-        else
+        else if (answer < 0)
             fail(printer.System(), outcome);
+        else
+            outcome.Cause = {0, outcome.Printer + " : le pilote ne prend pas d'octets tels quels", {}};
         printer.EndDoc();
         outcome.Success = true;
     } catch (const EInOutError &error) {
@@ -101,7 +105,10 @@ void SendThroughDriver(TPrinterObject &printer, std::string_view data, TPrintOut
             outcome.Cause.Text = error.what();
     } catch (const std::exception &error) {
         outcome.Cause = {0, error.what(), {}};
+    } catch (...) {
+        outcome.Cause = {0, outcome.Printer + " : erreur de nature inconnue", {}};
     }
+    printer.Abandon();
 }
 
 } // namespace Zelmar01

@@ -180,12 +180,8 @@ bool WindowsPort::takeFile(TRegularFile use, TSystemCause &cause)
     // A volume or a disk has no information of this kind.
     BY_HANDLE_FILE_INFORMATION information = {};
     m_isFile = use != TRegularFile::Refuse && GetFileInformationByHandle(m_file, &information);
-    if (!m_isFile)
-        return fail({ERROR_BAD_DEVICE, m_device + " : n'est pas un périphérique d'impression", {}}, cause);
-    FILE_END_OF_FILE_INFO start = {};
-    return use == TRegularFile::Append ||
-           SetFileInformationByHandle(m_file, FileEndOfFileInfo, &start, sizeof start) ||
-           failWith(GetLastError(), cause);
+    return m_isFile ||
+           fail({ERROR_BAD_DEVICE, m_device + " : n'est pas un périphérique d'impression", {}}, cause);
 }
 
 bool WindowsPort::setUpLine(const TLineSettings &line, TSystemCause &cause)
@@ -199,7 +195,8 @@ bool WindowsPort::setUpLine(const TLineSettings &line, TSystemCause &cause)
     applyLine(wanted, line);
     DCB got = {};
     got.DCBlength = sizeof got;
-    if (SetCommState(m_file, &wanted) && GetCommState(m_file, &got) && sameLine(wanted, got))
+    if (line.IsValid() && SetCommState(m_file, &wanted) && GetCommState(m_file, &got) &&
+        sameLine(wanted, got))
         return true;
     SetCommState(m_file, &found);
     return fail(

@@ -28,6 +28,17 @@ TEST(PortMap, namesAreComparedToTheLetter)
         EXPECT_FALSE(IsLocalPortName(name)) << name;
 }
 
+#ifndef _WIN32
+TEST(PortMap, namesStandForTheUsualDevices)
+{
+    const auto map = TPortMap::Defaults();
+    EXPECT_EQ(map.Find("LPT2:")->Devices, (std::vector<std::string>{"/dev/lp1", "/dev/usb/lp1"}));
+    EXPECT_EQ(map.Find("COM4:")->Devices,
+              (std::vector<std::string>{"/dev/ttyS3", "/dev/ttyUSB3", "/dev/ttyACM3"}));
+    EXPECT_EQ(map.Ports().size(), LocalPortNames.size());
+}
+#endif
+
 TEST(PortMap, readsSettings)
 {
     TPortMap map;

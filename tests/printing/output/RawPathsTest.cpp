@@ -173,6 +173,18 @@ TEST(DriverPath, onlyExceptionsAreFailures)
     }
 }
 
+TEST(DriverPath, aDriverWithoutTheEscapeTakesNothingAndSaysSo)
+{
+    const auto system = std::make_shared<RecordingPrintSystem>();
+    system->EscapeAnswer = 0;
+    TPrinterObject printer(system);
+    TPrintOutcome outcome;
+    SendThroughDriver(printer, "abc", outcome);
+    EXPECT_TRUE(outcome.Success);
+    EXPECT_EQ(outcome.Accepted, 0U);
+    EXPECT_FALSE(outcome.Cause.Text.empty());
+}
+
 TEST(AnyPath, limitsOneCall)
 {
     const auto system = std::make_shared<RecordingPrintSystem>();

@@ -18,6 +18,7 @@ public:
     std::vector<std::string> PrinterNames{"Bureau", "Ticket", "Atelier"};
     std::string Default = "Atelier";
     bool Unknown = false;
+    int EscapeAnswer = 1; ///< of an escape that does not fail
     Zelmar01::TCommTimeouts Timeouts{1, 2, 3, 4, 5};
 
     unsigned SetErrorMode(unsigned mode) override
@@ -76,8 +77,9 @@ public:
         if (!record("Escape " + std::to_string(function) + " " + std::to_string(inputSize) + " " +
                     std::to_string(size) + (output ? " output" : "")))
             return -1;
-        take({input + 2, size});
-        return 1;
+        if (EscapeAnswer > 0)
+            take({input + 2, size});
+        return EscapeAnswer;
     }
     bool EndDoc(Zelmar01::TPrintHandle) override { return record("EndDoc"); }
 
