@@ -10,9 +10,10 @@
 #include <cerrno>
 #include <cstdarg>
 #include <deque>
-#include <map>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
+#include <thread>
 
 using namespace Zelmar01;
 using namespace std::chrono_literals;
@@ -43,6 +44,7 @@ struct TFaults
     dev_t Device = 0;
     TScript Write, Queue, Hardware;
     int Flushed = 0;
+    TScript Poll; // the events that are seen
 };
 TFaults *faults = nullptr;
 
@@ -61,6 +63,22 @@ extern "C" ssize_t write(int file, const void *bytes, std::size_t count)
     const auto taken = faults->Write.Next();
     return taken < 0 ? taken : std::min(taken, static_cast<int>(count));
 }
+
+// The C library declares that poll() only writes to its first argument.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+extern "C" int poll(pollfd *files, nfds_t count, int timeout)
+{
+    if (count != 1 || !isScripted(files->fd) || faults->Poll.Answers.empty()) {
+        const timespec time{timeout / 1000, timeout % 1000 * 1'000'000L};
+        return static_cast<int>(syscall(SYS_ppoll, files, count, timeout < 0 ? nullptr : &time, nullptr, 0));
+    }
+    files->revents = static_cast<short>(faults->Poll.Next());
+    if (files->revents == 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(timeout));
+    return files->revents != 0;
+}
+#pragma GCC diagnostic pop
 
 extern "C" int ioctl(int file, unsigned long request, ...) noexcept
 {
@@ -113,7 +131,7 @@ TEST(SerialPortFaults, whatCountsAsWritten)
         Pty line;
         struct stat status = {};
         ASSERT_EQ(stat(line.Path().c_str(), &status), 0);
-        TFaults script{status.st_rdev, wanted.Write, wanted.Queue, wanted.Hardware, 0};
+        TFaults script{status.st_rdev, wanted.Write, wanted.Queue, wanted.Hardware, 0, {}};
         TPrintSystemOptions options;
         options.Ports.Set("COM1:", {{line.Path()}, {9600, {}, {}, {}, {}}, {}});
         const auto system = PlatformPrintSystem(options);
@@ -127,5 +145,37 @@ TEST(SerialPortFaults, whatCountsAsWritten)
         EXPECT_GE(sent.Time, wanted.AtLeast);
         EXPECT_LE(sent.Time, wanted.AtMost);
         EXPECT_EQ(script.Flushed, wanted.Code == 0 ? 0 : 1) << "what remained was not thrown away";
+    }
+}
+
+// A USB printer's device says at once that it has taken everything, and drops what is under way when it is
+// closed.
+TEST(PrinterDeviceFaults, isClosedOnceThePrinterHasTheBytes)
+{
+    struct TCase
+    {
+        std::string Name;
+        TScript Poll;
+        std::size_t Accepted;
+        int Code;
+    };
+    for (const auto &[name, events, accepted, code] : {TCase{"late", {{0, 0, POLLOUT}}, 5, 0},
+                                                       {"never", {{0}}, 0, ETIMEDOUT},
+                                                       {"unplugged", {{0, POLLERR | POLLHUP}}, 0, EIO}}) {
+        SCOPED_TRACE(name);
+        struct stat status = {};
+        ASSERT_EQ(stat("/dev/null", &status), 0);
+        TFaults script{status.st_rdev, {}, {}, {}, 0, events};
+        TPrintSystemOptions options;
+        options.Ports.Set("LPT1:", {{"/dev/null"}, {}, {}});
+        const auto system = PlatformPrintSystem(options);
+        faults = &script;
+        const auto sent =
+            timed([&](TPrintOutcome &outcome) { SendToPort(*system, "LPT1:", "Total", outcome); });
+        faults = nullptr;
+        EXPECT_EQ(sent.Outcome.Accepted, accepted);
+        EXPECT_EQ(sent.Outcome.Cause.Code, code);
+        EXPECT_EQ(sent.Outcome.Success, code == 0);
+        EXPECT_EQ(script.Poll.Answers.size(), 1U) << "the device was closed early";
     }
 }
