@@ -93,7 +93,7 @@ std::strong_ordering operator<=>(const TDecimal &a, const TDecimal &b)
 {
     // Whole parts first, so that bringing both to the same decimals cannot overflow.
     const qint64 powerA = powerOfTen(a.m_decimals), powerB = powerOfTen(b.m_decimals);
-    if (const auto wholes = a.m_unscaled / powerA <=> b.m_unscaled / powerB; wholes != 0)
+    if (const auto wholes = a.m_unscaled / powerA <=> b.m_unscaled / powerB; std::is_neq(wholes))
         return wholes;
     const int decimals = std::max(a.m_decimals, b.m_decimals);
     return (a.m_unscaled % powerA) * powerOfTen(decimals - a.m_decimals) <=>

@@ -42,7 +42,7 @@ public:
     double ToDouble() const;
 
     friend std::strong_ordering operator<=>(const TDecimal &a, const TDecimal &b);
-    friend bool operator==(const TDecimal &a, const TDecimal &b) { return (a <=> b) == 0; }
+    friend bool operator==(const TDecimal &a, const TDecimal &b) { return std::is_eq(a <=> b); }
 
 private:
     qint64 m_unscaled = 0;

@@ -157,7 +157,7 @@ QVariant ConvertValue(const QVariant &value, TFieldType type, const QString &fie
 {
     if (value.isNull())
         return {};
-    const auto result = converted(value, type);
+    auto result = converted(value, type);
     if (!result.isValid())
         throw EConvertError("« " + TextOfValue(value).toStdString() +
                             " » n'est pas une valeur pour le champ « " + field.toStdString() + " »");
