@@ -252,6 +252,14 @@ TEST_F(CodeFile, saysWhyItCannotBeCreated)
 }
 
 #ifndef _WIN32
+TEST_F(CodeFile, isWrittenInPlace)
+{
+    const auto file = write(std::string(20000, 'x'));
+    std::filesystem::create_hard_link(file, m_folder / "other.PCC");
+    SaveCodeFile(file, DefaultPrinterCodes());
+    EXPECT_EQ(contentsOf(m_folder / "other.PCC").size(), 9075U) << "another name of the file was left behind";
+}
+
 TEST_F(CodeFile, aFullDiskIsNoticed)
 {
     std::filesystem::create_symlink("/dev/full", m_folder / "x.PCC");

@@ -264,7 +264,11 @@ TEST_F(DosPrint, formsReadAndWriteItsProperties)
     TDosPrint printer(nullptr, m_system);
     const auto types = QMetaEnum::fromType<TDosPrint::TPrinterType>();
     EXPECT_EQ(types.keyCount(), static_cast<int>(PrinterTypeCount));
-    EXPECT_EQ(types.keyToValue("ptTiroir"), ptTiroir);
+    const std::pair<const char *, TPrinterType> names[] = {{"ptHPPCL", ptHPPCL}, {"ptEpson", ptEpson},
+                                                           {"ptIBM", ptIBM},     {"ptPlain", ptPlain},
+                                                           {"ptUser1", ptUser1}, {"ptTiroir", ptTiroir}};
+    for (const auto &[name, value] : names)
+        EXPECT_EQ(types.keyToValue(name), value) << name;
     EXPECT_TRUE(printer.setProperty("PrnType", "ptUser1"));
     EXPECT_EQ(printer.PrnType(), ptUser1);
     EXPECT_EQ(printer.property("PrnType").toInt(), ptUser1);
