@@ -52,12 +52,8 @@ TSystemCause CauseFromErrno(int code, const std::string &subject)
 
 const TSystemCause *CauseOf(const std::exception &exception)
 {
-    const TSystemCause *cause = nullptr;
-    if (const auto *inOut = dynamic_cast<const EInOutError *>(&exception))
-        cause = &inOut->Cause();
-    else if (const auto *convert = dynamic_cast<const EConvertError *>(&exception))
-        cause = &convert->Cause();
-    return cause && !cause->Text.empty() ? cause : nullptr;
+    const auto *known = dynamic_cast<const Exception *>(&exception);
+    return known && !known->Cause().Text.empty() ? &known->Cause() : nullptr;
 }
 
 } // namespace Zelmar01

@@ -2,23 +2,9 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace Zelmar01 {
-
-/// The base of every exception this library raises. what() is a text in UTF-8, in French where it comes from
-/// the table of messages, and fit to be shown to the person at the till.
-class Exception : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// An operation asked for at a time, or of an object, that cannot do it.
-class EInvalidOperation : public Exception
-{
-public:
-    using Exception::Exception;
-};
 
 /// Where and why an operation failed, and what a person can do about it.
 struct TSystemCause
@@ -39,36 +25,44 @@ struct TSystemCause
 /// usual reasons are in French, others in the system's own words.
 TSystemCause CauseFromErrno(int code, const std::string &subject);
 
-/// A text that does not have the form its reader asks for, such as "Code invalide : 300". The cause names the
-/// file and line when the text comes from a file, and is empty otherwise.
-class EConvertError : public Exception
+/// The base of every exception this library raises. what() is a text in UTF-8, in French where it comes from
+/// the table of messages, and fit to be shown to the person at the till. What the operating system, a server
+/// or a database said is kept apart from it.
+class Exception : public std::runtime_error
 {
 public:
-    explicit EConvertError(const std::string &message, TSystemCause cause = {})
-        : Exception(message), m_cause(std::move(cause))
+    explicit Exception(const std::string &message, TSystemCause cause = {})
+        : std::runtime_error(message), m_cause(std::move(cause))
     {
     }
 
+    /// Its Text is empty when nothing else is known.
     const TSystemCause &Cause() const { return m_cause; }
 
 private:
     TSystemCause m_cause;
 };
 
-/// A file, port or device that could not be opened, read or written. what() is the French message alone; the
-/// operating system's reason is kept apart from it.
+/// An operation asked for at a time, or of an object, that cannot do it.
+class EInvalidOperation : public Exception
+{
+public:
+    using Exception::Exception;
+};
+
+/// A text that does not have the form its reader asks for, such as "Code invalide : 300". The cause names the
+/// file and line when the text comes from a file.
+class EConvertError : public Exception
+{
+public:
+    using Exception::Exception;
+};
+
+/// A file, port or device that could not be opened, read or written. The cause always says which and why.
 class EInOutError : public Exception
 {
 public:
-    EInOutError(const std::string &message, TSystemCause cause)
-        : Exception(message), m_cause(std::move(cause))
-    {
-    }
-
-    const TSystemCause &Cause() const { return m_cause; }
-
-private:
-    TSystemCause m_cause;
+    using Exception::Exception;
 };
 
 /// The cause that an exception of this library carries; null when it carries none.

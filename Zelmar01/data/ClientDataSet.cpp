@@ -86,9 +86,7 @@ std::vector<TClientDataSet::TKey> TClientDataSet::keysOf(const TIndexDef &def) c
 
 void TClientDataSet::sortBy(const TIndexDef &def)
 {
-    requireOpen();
-    if (State() != dsBrowse)
-        Modified() ? Post() : Cancel();
+    leaveRecord();
     m_keys = keysOf(def);
     const auto current = currentRow();
     std::sort(order().begin(), order().end(),
@@ -96,10 +94,8 @@ void TClientDataSet::sortBy(const TIndexDef &def)
     orderChanged(current);
 }
 
-int TClientDataSet::placeOf(std::size_t row, int wanted) const
+int TClientDataSet::placeOf(std::size_t row) const
 {
-    if (m_keys.empty())
-        return wanted;
     const auto &places = order();
     const auto place = std::lower_bound(places.begin(), places.end(), row,
                                         [this](std::size_t a, std::size_t b) { return isBefore(a, b); });

@@ -42,7 +42,8 @@ public:
 
 protected:
     TFieldDefs readRows(std::unique_ptr<TRows> &rows) override;
-    int placeOf(std::size_t row, int wanted) const override;
+    bool keepsOrder() const override { return !m_keys.empty(); }
+    int placeOf(std::size_t row) const override;
 
 private:
     struct TKey

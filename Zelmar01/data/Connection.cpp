@@ -74,7 +74,7 @@ void TConnection::Open()
     if (Connected())
         return;
     if (InTransaction())
-        throw EDatabaseError("La transaction a été perdue avec la connexion à la base de données");
+        throw EDatabaseUnreachable("La transaction a été perdue avec la connexion à la base de données");
     Close();
     m_connectionName = QUuid::createUuid().toString(QUuid::WithoutBraces);
     QSqlError error;
@@ -91,8 +91,9 @@ void TConnection::Open()
     }
     if (error.isValid()) {
         Close();
-        throw EDatabaseError("La base de données « " + m_databaseName.toStdString() + " » est inaccessible",
-                             error.text().toStdString());
+        throw EDatabaseUnreachable("La base de données « " + m_databaseName.toStdString() +
+                                       " » est inaccessible",
+                                   {0, error.text().toStdString(), {}});
     }
     try {
         applyTimeZone();
@@ -107,9 +108,12 @@ void TConnection::Close()
 {
     if (m_connectionName.isEmpty())
         return;
+    if (handle().driverName() == u"QODBC")
+        m_prepared.reset();
     handle().close();
     QSqlDatabase::removeDatabase(m_connectionName);
     m_connectionName.clear();
+    m_prepared.reset(); // without a word to a server that may have gone
 }
 
 bool TConnection::Connected() const
@@ -144,21 +148,29 @@ QString TConnection::ServerText(const QString &sql)
 
 int TConnection::Execute(const QString &sql, const QVariantList &values)
 {
+    const bool isPrepared = m_prepared && !values.isEmpty() && m_preparedSql == sql;
     // Outlives the guard: PostgreSQL frees a prepared statement only once the error is rolled back.
-    QSqlQuery query(Database());
+    auto query = isPrepared ? std::move(m_prepared) : std::make_unique<QSqlQuery>(Database());
     auto whole = guard();
-    run(query, sql, values);
+    run(*query, sql, values, isPrepared);
     if (whole)
         whole->Commit();
-    return query.numRowsAffected();
+    const int touched = query->numRowsAffected();
+    if (InTransaction() && !values.isEmpty()) {
+        query->finish();
+        m_prepared = std::move(query);
+        m_preparedSql = sql;
+    }
+    return touched;
 }
 
 // Without values nothing is prepared: that would cost PostgreSQL two more round trips, and it prepares only
 // some of its commands.
-void TConnection::run(QSqlQuery &query, const QString &sql, const QVariantList &values)
+void TConnection::run(QSqlQuery &query, const QString &sql, const QVariantList &values, bool isPrepared)
 {
-    const auto text = ServerText(sql);
-    bool done = values.isEmpty() ? query.exec(text) : query.prepare(text);
+    const auto text = isPrepared ? query.lastQuery() : ServerText(sql);
+    emit OnCommand(sql, text);
+    bool done = values.isEmpty() ? query.exec(text) : isPrepared || query.prepare(text);
     if (done && !values.isEmpty()) {
         for (const auto &value : values)
             query.addBindValue(bound(value));
@@ -166,6 +178,29 @@ void TConnection::run(QSqlQuery &query, const QString &sql, const QVariantList &
     }
     if (!done)
         fail(query);
+}
+
+void TConnection::ReadRows(const QString &sql, const std::function<void(const QSqlQuery &row)> &take)
+{
+    read(
+        sql, {}, [](const QSqlQuery &) {}, take);
+}
+
+void TConnection::read(const QString &sql, const QVariantList &values, const TRowReader &begin,
+                       const TRowReader &row)
+{
+    QSqlQuery query(Database());
+    query.setForwardOnly(true);
+    query.setNumericalPrecisionPolicy(QSql::HighPrecision);
+    auto whole = guard();
+    run(query, sql, values);
+    begin(query);
+    while (query.next())
+        row(query);
+    if (query.lastError().isValid())
+        fail(query);
+    if (whole)
+        whole->Commit();
 }
 
 // After an error PostgreSQL refuses the rest of a transaction, where the other engines go on: there a
@@ -196,7 +231,7 @@ void TConnection::failOfHandle()
 void TConnection::refuse(const QSqlError &error)
 {
     requireAlive(error);
-    throw EDatabaseError("La base de données a refusé l'opération", error.text().toStdString());
+    throw EDatabaseError("La base de données a refusé l'opération", {0, error.text().toStdString(), {}});
 }
 
 void TConnection::requireAlive(const QSqlError &error)
@@ -204,7 +239,8 @@ void TConnection::requireAlive(const QSqlError &error)
     if (!isLost())
         return;
     Close();
-    throw EDatabaseError("La connexion à la base de données est perdue", error.text().toStdString());
+    throw EDatabaseUnreachable("La connexion à la base de données est perdue",
+                               {0, error.text().toStdString(), {}});
 }
 
 // Qt knows when PostgreSQL has gone, and a file does not go. Other drivers say that they are open: they are
@@ -239,6 +275,7 @@ void TConnection::commit()
     if (m_depth == 1) {
         if (!Database().commit())
             failOfHandle();
+        m_prepared.reset();
     } else if (Engine() != enSQLServer) {
         QSqlQuery query(Database());
         run(query, "release savepoint " + savepoint(m_depth - 1), {});
@@ -262,6 +299,8 @@ void TConnection::rollback()
         done = tell("rollback to savepoint " + name) && tell("release savepoint " + name);
     if (!done && isLost())
         Close();
+    else if (m_depth == 0)
+        m_prepared.reset();
 }
 
 // Moments without a time zone, as tables have them, are those of the clock on the wall here.

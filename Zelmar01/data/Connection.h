@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVariantList>
 
+#include <functional>
+#include <memory>
 #include <optional>
 
 class QSqlError;
@@ -19,7 +21,7 @@ class TTransaction;
 enum TEngine { enSQLite, enPostgreSQL, enSQLServer, enOther };
 
 /// A connection to a database through Qt's SQL drivers, which queries share. The host owns it. Errors are
-/// EDatabaseError.
+/// EDatabaseError, and EDatabaseUnreachable among them.
 ///
 /// Opening is left to the first operation that needs it. When the server has gone away the operation that
 /// meets this fails, and the next one connects again; a transaction that was open is lost, and everything
@@ -86,13 +88,23 @@ public:
     /// unknown. A command that fails in a transaction changes nothing and leaves the transaction usable.
     int Execute(const QString &sql, const QVariantList &values = {});
 
+    /// Runs a query and hands its rows over one after the other, with nothing kept of them: `take` reads the
+    /// row that the query stands on.
+    void ReadRows(const QString &sql, const std::function<void(const QSqlQuery &row)> &take);
+
     bool InTransaction() const { return m_depth > 0; }
+
+signals:
+    /// A command is about to be run: its text as it was given, and as the engine gets it. For a host's log.
+    void OnCommand(const QString &text, const QString &serverText);
 
 private:
     friend class TTransaction;
     friend class TQuery;
 
-    void run(QSqlQuery &query, const QString &sql, const QVariantList &values);
+    void run(QSqlQuery &query, const QString &sql, const QVariantList &values, bool isPrepared = false);
+    using TRowReader = std::function<void(const QSqlQuery &)>;
+    void read(const QString &sql, const QVariantList &values, const TRowReader &begin, const TRowReader &row);
     std::optional<TTransaction> guard();
     [[noreturn]] void fail(QSqlQuery &query);
     [[noreturn]] void failOfHandle();
@@ -114,6 +126,9 @@ private:
     int m_connectionTimeout = 15;
     int m_commandTimeout = 30;
     int m_depth = 0; // scopes of transactions in one another; without a connection, those of a lost one
+    // The last command with values of this transaction, which is likely to be run again with others.
+    std::unique_ptr<QSqlQuery> m_prepared;
+    QString m_preparedSql;
 };
 
 /// A transaction, or a savepoint in the one that is open already. It is rolled back when it goes out of scope

@@ -2,25 +2,22 @@
 
 #include <Zelmar01/core/Exceptions.h>
 
-#include <string>
-
 namespace Zelmar01 {
 
-/// An operation that a dataset or a database refused. what() is in French; what the database itself said is
-/// kept apart from it.
+/// An operation that a dataset or a database refused. The cause has the database's own words; it is empty
+/// when the dataset itself refused.
 class EDatabaseError : public Exception
 {
 public:
-    explicit EDatabaseError(const std::string &message, std::string cause = {})
-        : Exception(message), m_cause(std::move(cause))
-    {
-    }
+    using Exception::Exception;
+};
 
-    /// The database's own words, UTF-8; empty when the dataset itself refused.
-    const std::string &Cause() const { return m_cause; }
-
-private:
-    std::string m_cause;
+/// The database cannot be reached, or its connection was lost with what stood in an open transaction. The
+/// same operation may succeed later on.
+class EDatabaseUnreachable : public EDatabaseError
+{
+public:
+    using EDatabaseError::EDatabaseError;
 };
 
 } // namespace Zelmar01

@@ -301,6 +301,9 @@ void TDataSet::Post()
     requireOpen();
     if (m_state == dsBrowse)
         throw EDatabaseError("L'ensemble de données n'est ni en modification ni en insertion");
+    updateRecord();
+    if (m_state == dsBrowse)
+        return; // a receiver has posted it
     QString refusal;
     emit BeforePost(this, refusal);
     if (!refusal.isEmpty())
@@ -309,6 +312,14 @@ void TDataSet::Post()
     isInserting() ? storeInserted() : storeUpdated();
     emit AfterPost(this);
     emit AfterScroll(this);
+}
+
+void TDataSet::updateRecord()
+{
+    QString refusal;
+    emit UpdateRecord(this, refusal);
+    if (!refusal.isEmpty())
+        throw EDatabaseError(refusal.toStdString());
 }
 
 void TDataSet::checkRequired() const
@@ -332,8 +343,15 @@ void TDataSet::storeUpdated()
     auto record = m_record;
     writeUpdate(m_rows->Record(row), record);
     m_rows->Set(row, record);
-    m_order.erase(m_order.begin() + m_place);
-    placeRow(row);
+    if (keepsOrder()) {
+        m_order.erase(m_order.begin() + m_place);
+        placeRow(row);
+    } else {
+        endRecord();
+        emit RowChanged(m_place);
+        emit StateChanged();
+        emit CursorMoved();
+    }
 }
 
 void TDataSet::endRecord()
@@ -348,7 +366,8 @@ void TDataSet::endRecord()
 void TDataSet::placeRow(std::size_t row)
 {
     const int shown = m_place;
-    m_place = placeOf(row, shown);
+    if (keepsOrder())
+        m_place = placeOf(row);
     m_order.insert(m_order.begin() + m_place, row);
     endRecord();
     if (shown == m_place)
@@ -430,6 +449,12 @@ int TDataSet::ShownPlace() const
     return ShownCount() == 0 ? -1 : m_place;
 }
 
+TColumn TDataSet::ColumnOf(const TField &field) const
+{
+    requireOpen();
+    return m_rows->Column(static_cast<std::size_t>(field.Index())).Taken(m_order);
+}
+
 void TDataSet::orderChanged(std::optional<std::size_t> current)
 {
     const auto found = current ? std::find(m_order.begin(), m_order.end(), *current) : m_order.end();
@@ -478,7 +503,9 @@ void TDataSet::leaveRecord()
     requireOpen();
     if (m_state == dsBrowse)
         return;
-    m_modified ? Post() : Cancel();
+    updateRecord();
+    if (m_state != dsBrowse)
+        m_modified ? Post() : Cancel();
 }
 
 void TDataSet::moveTo(int place)

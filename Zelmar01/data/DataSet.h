@@ -113,11 +113,18 @@ public:
     int ShownCount() const;
     /// The shown place of the current record, from 0; -1 when there is none.
     int ShownPlace() const;
+    /// The values of a field over all rows in their order, for lists that take many at once. The cursor stays
+    /// where it is; a record being edited counts as it was before.
+    TColumn ColumnOf(const TField &field) const;
 
 signals:
     void AfterOpen(Zelmar01::TDataSet *dataSet);
     void AfterClose(Zelmar01::TDataSet *dataSet);
     void OnNewRecord(Zelmar01::TDataSet *dataSet);
+    /// The record being edited is about to be posted, or left: a control that holds a value of its own writes
+    /// it to its field now. It refuses by giving a reason, as below; one that finds a reason given does
+    /// nothing.
+    void UpdateRecord(Zelmar01::TDataSet *dataSet, QString &refusal);
     /// A receiver refuses by giving a reason; the operation then raises EDatabaseError with it.
     void BeforePost(Zelmar01::TDataSet *dataSet, QString &refusal);
     void AfterPost(Zelmar01::TDataSet *dataSet);
@@ -149,8 +156,10 @@ protected:
     virtual void writeInsert(TRecord &) {}
     virtual void writeUpdate(const TRecord &, TRecord &) {}
     virtual void writeDelete(const TRecord &) {}
-    /// Where a new or changed row belongs, when the dataset keeps an order; `wanted` otherwise.
-    virtual int placeOf(std::size_t, int wanted) const { return wanted; }
+    /// Whether the dataset keeps its rows in an order of its own, so that a new or changed row has a place.
+    virtual bool keepsOrder() const { return false; }
+    /// Where a row that is not among the shown ones belongs in that order.
+    virtual int placeOf(std::size_t) const { return 0; }
 
     const TRows &rows() const { return *m_rows; }
     std::vector<std::size_t> &order() { return m_order; }
@@ -159,6 +168,9 @@ protected:
     void orderChanged(std::optional<std::size_t> current);
     std::optional<std::size_t> currentRow() const;
     void requireOpen() const;
+    /// Ends the editing of the record before the cursor or the rows move: posts a changed one, cancels an
+    /// unchanged one. Raises when the post is refused.
+    void leaveRecord();
 
 private:
     friend class TField;
@@ -167,7 +179,7 @@ private:
     void setFieldValue(TField &field, const QVariant &value);
 
     void beginInsert(int place);
-    void leaveRecord();
+    void updateRecord();
     void moveTo(int place);
     void storeInserted();
     void storeUpdated();

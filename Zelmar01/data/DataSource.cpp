@@ -19,6 +19,8 @@ void TDataSource::setDataSet(TDataSet *dataSet)
         connect(dataSet, &TDataSet::RowChanged, this, changed);
         connect(dataSet, &TDataSet::FieldChanged, this,
                 [this](TField *field) { emit OnDataChange(this, field); });
+        connect(dataSet, &TDataSet::UpdateRecord, this,
+                [this](TDataSet *, QString &refusal) { emit OnUpdateData(this, refusal); });
         connect(dataSet, &QObject::destroyed, this, [this] {
             emit DataSetReplaced();
             emit OnStateChange(this);
@@ -28,6 +30,12 @@ void TDataSource::setDataSet(TDataSet *dataSet)
     emit DataSetReplaced();
     emit OnStateChange(this);
     emit OnDataChange(this, nullptr);
+}
+
+void TDataSource::setAutoEdit(bool autoEdit)
+{
+    m_autoEdit = autoEdit;
+    emit AutoEditChanged();
 }
 
 bool TDataSource::Edit()

@@ -24,7 +24,7 @@ public:
 
     /// Whether a control may bring the dataset into edit state by itself.
     bool AutoEdit() const { return m_autoEdit; }
-    void setAutoEdit(bool autoEdit) { m_autoEdit = autoEdit; }
+    void setAutoEdit(bool autoEdit);
 
     /// Brings the dataset into edit state for a control; false when that is not to be.
     bool Edit();
@@ -32,9 +32,12 @@ public:
 signals:
     /// Another dataset, or none.
     void DataSetReplaced();
+    void AutoEditChanged();
     void OnStateChange(Zelmar01::TDataSource *sender);
     /// Another current record, other rows, or another value: then `field` tells which, else it is null.
     void OnDataChange(Zelmar01::TDataSource *sender, Zelmar01::TField *field);
+    /// See TDataSet::UpdateRecord.
+    void OnUpdateData(Zelmar01::TDataSource *sender, QString &refusal);
 
 private:
     QPointer<TDataSet> m_dataSet;

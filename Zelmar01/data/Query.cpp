@@ -12,6 +12,8 @@
 #include <QSqlRecord>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace Zelmar01 {
 
 namespace {
@@ -53,7 +55,7 @@ void TQuery::setCommandText(const QString &text)
     m_target.reset();
 }
 
-TConnection &TQuery::requireConnection() const
+TConnection &TQuery::RequireConnection() const
 {
     if (!m_connection)
         throw EDatabaseError("La requête « " + objectName().toStdString() + " » n'a pas de connexion");
@@ -62,28 +64,22 @@ TConnection &TQuery::requireConnection() const
 
 TFieldDefs TQuery::readRows(std::unique_ptr<TRows> &rows)
 {
-    auto &connection = requireConnection();
-    QSqlQuery query(connection.Database());
-    query.setForwardOnly(true);
-    query.setNumericalPrecisionPolicy(QSql::HighPrecision);
-    auto whole = connection.guard();
-    connection.run(query, m_commandText, m_params);
-    auto defs = FieldDefsOf(query.record(), connection.Database());
-    rows = std::make_unique<TRows>(defs);
+    auto &connection = RequireConnection();
+    TFieldDefs defs;
+    const auto begin = [&](const QSqlQuery &query) {
+        defs = FieldDefsOf(query.record(), connection.Database());
+        rows = std::make_unique<TRows>(defs);
+    };
+    const auto take = [&](const QSqlQuery &query) {
+        for (std::size_t field = 0; field < defs.size(); ++field)
+            AppendFromDriver(rows->MutableColumn(field), defs[field], query.value(static_cast<int>(field)));
+        rows->RowDone();
+    };
     try {
-        while (query.next()) {
-            for (std::size_t field = 0; field < defs.size(); ++field)
-                AppendFromDriver(rows->MutableColumn(field), defs[field],
-                                 query.value(static_cast<int>(field)));
-            rows->RowDone();
-        }
+        connection.read(m_commandText, m_params, begin, take);
     } catch (const EConvertError &error) {
         throw EDatabaseError("Ligne " + std::to_string(rows->Count() + 1) + " : " + error.what());
     }
-    if (query.lastError().isValid())
-        connection.fail(query);
-    if (whole)
-        whole->Commit();
     return defs;
 }
 
@@ -146,14 +142,23 @@ QString TQuery::condition(const TRecord &record, QVariantList &values) const
     return QStringLiteral(" where ") + terms.join(QStringLiteral(" and "));
 }
 
-void TQuery::write(const QString &sql, const QVariantList &values)
+// Whether a record's key is that of one row. One that the host has named need not be, nor one with a null.
+bool TQuery::isOneRow(const TRecord &record) const
 {
-    QSqlQuery query(m_connection->Database()); // outlives the transaction, as in TConnection::Execute
-    TTransaction transaction(*m_connection);
-    m_connection->run(query, sql, values);
-    if (const int touched = query.numRowsAffected(); touched >= 0 && touched != 1)
+    return m_keyFields.isEmpty() && std::all_of(target().Keys.begin(), target().Keys.end(), [&](int key) {
+               return record[static_cast<std::size_t>(key)].isValid();
+           });
+}
+
+void TQuery::write(const QString &sql, const QVariantList &values, bool isOneRow)
+{
+    std::optional<TTransaction> whole; // undoes what was done to more than one
+    if (!isOneRow)
+        whole.emplace(*m_connection);
+    if (const int touched = m_connection->Execute(sql, values); touched >= 0 && touched != 1)
         throw EDatabaseError("La ligne a été modifiée ou supprimée par un autre poste");
-    transaction.Commit();
+    if (whole)
+        whole->Commit();
 }
 
 void TQuery::writeInsert(TRecord &record)
@@ -171,7 +176,7 @@ void TQuery::writeInsert(TRecord &record)
     write("insert into " + target().Table +
               (names.isEmpty() ? QStringLiteral(" default values")
                                : " (" + names.join(comma) + ") values (" + places.join(comma) + ")"),
-          values);
+          values, true);
 }
 
 void TQuery::writeUpdate(const TRecord &before, TRecord &record)
@@ -190,14 +195,14 @@ void TQuery::writeUpdate(const TRecord &before, TRecord &record)
     if (changes.isEmpty())
         return;
     const auto where = condition(before, values);
-    write("update " + target().Table + " set " + changes.join(comma) + where, values);
+    write("update " + target().Table + " set " + changes.join(comma) + where, values, isOneRow(before));
 }
 
 void TQuery::writeDelete(const TRecord &record)
 {
     QVariantList values;
     const auto where = condition(record, values);
-    write("delete from " + target().Table + where, values);
+    write("delete from " + target().Table + where, values, isOneRow(record));
 }
 
 } // namespace Zelmar01

@@ -28,6 +28,8 @@ public:
     /// The host owns the connection.
     TConnection *Connection() const { return m_connection; }
     void setConnection(TConnection *connection);
+    /// The connection; raises EDatabaseError when there is none.
+    TConnection &RequireConnection() const;
 
     /// The SQL text; setting it closes the dataset. "?" stand for the Params in their order.
     QString CommandText() const { return m_commandText; }
@@ -59,8 +61,8 @@ private:
     };
     const TTarget &target() const;
     TTarget findTarget() const;
-    TConnection &requireConnection() const;
-    void write(const QString &sql, const QVariantList &values);
+    bool isOneRow(const TRecord &record) const;
+    void write(const QString &sql, const QVariantList &values, bool isOneRow);
     QString condition(const TRecord &record, QVariantList &values) const;
     QString quoted(const QString &name) const;
 

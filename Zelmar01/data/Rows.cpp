@@ -83,6 +83,23 @@ void TColumn::Set(std::size_t row, const QVariant &value)
     std::visit([&](auto &values) { values[row] = value.value<TValueOf<decltype(values)>>(); }, m_values);
 }
 
+TColumn TColumn::Taken(const std::vector<std::size_t> &rows) const
+{
+    TColumn taken(Type());
+    taken.m_nulls.reserve(rows.size());
+    for (const auto row : rows)
+        taken.m_nulls.push_back(m_nulls[row]);
+    std::visit(
+        [&](const auto &values) {
+            auto &chosen = std::get<std::decay_t<decltype(values)>>(taken.m_values);
+            chosen.reserve(rows.size());
+            for (const auto row : rows)
+                chosen.push_back(values[row]);
+        },
+        m_values);
+    return taken;
+}
+
 int TColumn::Compare(std::size_t a, std::size_t b, Qt::CaseSensitivity sensitivity) const
 {
     if (m_nulls[a] || m_nulls[b])

@@ -18,6 +18,7 @@ class TColumn
 public:
     explicit TColumn(TFieldType type);
 
+    TFieldType Type() const { return static_cast<TFieldType>(m_values.index()); }
     std::size_t Count() const { return m_nulls.size(); }
     bool IsNull(std::size_t row) const { return m_nulls[row]; }
 
@@ -39,6 +40,9 @@ public:
     const QString &Text(std::size_t row) const { return std::get<std::vector<QString>>(m_values)[row]; }
     /// The number of a row; for columns of integers only.
     qint64 Integer(std::size_t row) const { return std::get<std::vector<qint64>>(m_values)[row]; }
+
+    /// The values of these rows, in this order.
+    TColumn Taken(const std::vector<std::size_t> &rows) const;
 
     /// Orders two rows: nulls first, texts by their characters, with or without letter case.
     int Compare(std::size_t a, std::size_t b, Qt::CaseSensitivity sensitivity) const;

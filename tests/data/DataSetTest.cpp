@@ -7,6 +7,9 @@
 
 #include <QSignalSpy>
 
+#include <functional>
+#include <utility>
+
 using namespace Zelmar01;
 
 namespace {
@@ -147,6 +150,49 @@ TEST_F(DataSet, aRefusedPostKeepsTheUserWhereHeWas)
     }
     m_articles.Cancel();
     EXPECT_EQ(id(), 2);
+}
+
+TEST_F(DataSet, takesWhatAControlHoldsBeforeTheRecordIsLeft)
+{
+    // A control that holds a number the record does not have yet.
+    int held = 0;
+    QObject::connect(&m_articles, &TDataSet::UpdateRecord, &m_articles,
+                     [&held](TDataSet *dataSet, QString &refusal) {
+                         if (held < 0)
+                             refusal = QStringLiteral("Identifiant négatif");
+                         else if (held > 0)
+                             dataSet->FieldByName(QStringLiteral("ID")).setAsInteger(std::exchange(held, 0));
+                     });
+    const std::function<void()> ways[] = {[this] { m_articles.Post(); }, [this] { m_articles.Next(); },
+                                          [this] { m_articles.Append(); },
+                                          [this] { m_articles.setIndexFieldNames(QStringLiteral("PRIX")); }};
+    for (const auto &leave : ways) {
+        m_articles.First();
+        m_articles.Edit();
+        held = -1;
+        EXPECT_THROW(leave(), EDatabaseError);
+        EXPECT_EQ(m_articles.State(), dsEdit);
+        held = 50;
+        leave();
+        m_articles.First();
+        EXPECT_TRUE(m_articles.Locate(QStringLiteral("ID"), 50));
+        m_articles.Delete();
+    }
+    EXPECT_EQ(m_articles.RecordCount(), 1);
+}
+
+TEST_F(DataSet, handsOutWholeColumnsInTheirOrder)
+{
+    m_articles.setIndexFieldNames(QStringLiteral("ID"));
+    m_articles.Last();
+    m_articles.Edit();
+    m_articles.FieldByName(QStringLiteral("LIBELLE")).setAsString(QStringLiteral("x"));
+    const auto labels = m_articles.ColumnOf(m_articles.FieldByName(QStringLiteral("LIBELLE")));
+    QStringList texts;
+    for (std::size_t row = 0; row < labels.Count(); ++row)
+        texts << (labels.IsNull(row) ? QStringLiteral("-") : labels.AsText(row));
+    EXPECT_EQ(texts.join(u' '), QStringLiteral("Bague Collier - bague Étui"));
+    EXPECT_EQ(m_articles.State(), dsEdit) << "the cursor was moved";
 }
 
 TEST_F(DataSet, deletesAndStaysNear)

@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QSignalSpy>
+#include <QSqlQuery>
+
 using namespace Zelmar01;
 
 namespace {
@@ -38,7 +41,7 @@ std::string causeOf(const std::function<void()> &work)
     try {
         work();
     } catch (const EDatabaseError &error) {
-        return error.Cause();
+        return error.Cause().Text;
     }
     return "no error";
 }
@@ -91,4 +94,32 @@ TEST_F(Query, parametersStandForQuestionMarks)
     m_articles.setParams({QStringLiteral("Bague d'or")});
     m_articles.Open();
     EXPECT_EQ(column(m_articles, "ID"), QStringLiteral("1"));
+}
+
+TEST_F(Query, rowsAreHandedOverOneAfterTheOther)
+{
+    const auto sql = QStringLiteral("select LIBELLE from ARTICLE with (nolock) order by ID");
+    QStringList told, labels;
+    QObject::connect(&m_connection, &TConnection::OnCommand, &m_connection,
+                     [&](const QString &text, const QString &serverText) { told << text << serverText; });
+    m_connection.ReadRows(sql, [&](const QSqlQuery &row) { labels << row.value(0).toString(); });
+    EXPECT_EQ(labels.join(u' '), QStringLiteral("Bague d'or Étui Collier"));
+    EXPECT_EQ(told, QStringList({sql, QStringLiteral("select LIBELLE from ARTICLE  order by ID")}));
+    EXPECT_THROW(m_connection.ReadRows(sql, [](const QSqlQuery &) { throw EConvertError("no"); }),
+                 EConvertError);
+    EXPECT_EQ(m_connection.Execute(QStringLiteral("update ARTICLE set VENDU = 1")), 3) << "nothing is locked";
+}
+
+TEST_F(Query, aChangedRowKeepsItsPlace)
+{
+    m_articles.setRecNo(2);
+    QSignalSpy changed(&m_articles, &TDataSet::RowChanged), reset(&m_articles, &TDataSet::RowsReset);
+    m_articles.Edit();
+    m_articles.FieldByName(QStringLiteral("ID")).setAsInteger(99);
+    m_articles.Post();
+    EXPECT_EQ(m_articles.RecNo(), 2);
+    ASSERT_EQ(changed.count(), 1);
+    EXPECT_EQ(changed[0][0], 1);
+    EXPECT_EQ(reset.count(), 0);
+    EXPECT_EQ(column(m_articles, "ID"), QStringLiteral("1 99 12"));
 }

@@ -1,4 +1,4 @@
-#include "Engines.h"
+#include <support/Engines.h>
 
 #include <QElapsedTimer>
 

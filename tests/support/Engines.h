@@ -3,8 +3,8 @@
 #include <Zelmar01/data/DataErrors.h>
 #include <Zelmar01/data/Query.h>
 
-#include <support/Environment.h>
-#include <support/PostgresServer.h>
+#include "Environment.h"
+#include "PostgresServer.h"
 
 #include <gtest/gtest.h>
 
@@ -26,11 +26,8 @@ inline std::string nameOfWay(const testing::TestParamInfo<TWay> &info)
     return info.param.Driver;
 }
 
-inline PostgresServer &sharedServer()
-{
-    static PostgresServer server;
-    return server;
-}
+/// The server of all tests of a program, started by the first that needs it.
+PostgresServer &sharedServer();
 
 /// Lets Qt's ODBC driver print every error that its caller is told of anyway, without failing the test.
 class OdbcPrinting
@@ -107,8 +104,10 @@ protected:
     {
         try {
             work();
+        } catch (const Zelmar01::EDatabaseUnreachable &error) {
+            return std::string("unreachable: ") + error.what() + " / " + error.Cause().Text;
         } catch (const Zelmar01::EDatabaseError &error) {
-            return error.what() + (" / " + error.Cause());
+            return error.what() + (" / " + error.Cause().Text);
         }
         return "no error";
     }
