@@ -19,11 +19,13 @@ namespace Zelmar01 {
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
-constexpr std::size_t usualNumbers = 40; // bytes a level for identifiers, separators and line end
+constexpr std::size_t blockSize = 64 * 1024, usualLine = 1024; // bytes
 
 bool isCarried(std::string_view bytes)
 {
-    const auto isControl = [](char c) { return c == '\t' || c == '\r' || c == '\n'; };
+    const auto isControl = [](char c) { // most are told by the first comparison
+        return static_cast<unsigned char>(c) <= '\r' && (c == '\t' || c == '\r' || c == '\n');
+    };
     return std::none_of(bytes.begin(), bytes.end(), isControl) && bytes.find(DescrSeparator) == bytes.npos;
 }
 
@@ -36,69 +38,6 @@ std::optional<std::string> carried(const QString &text)
     return std::move(bytes.Bytes);
 }
 
-// Writes the lines of both files into memory.
-class TCacheWriter
-{
-public:
-    TCacheWriter(const QString &rootText, const TNodeTextRule &rule, const TDescrRows &rows)
-        : m_rows(rows), m_showsCode(rule.AfficherCodeStat)
-    {
-        const auto root = carried(rootText);
-        const auto separator = carried(rule.Separateur);
-        m_uncarried.Root = !root;
-        m_uncarried.Separator = m_showsCode && !separator;
-        m_separator = separator.value_or(std::string());
-
-        m_objects.reserve(rows.Texts().Size() + rows.Count() * usualNumbers);
-        m_tree += root.value_or(std::string());
-        m_tree += lineEnd;
-        m_objects += std::to_string(rows.Count());
-        m_objects += lineEnd;
-        for (std::size_t row = 0; row < rows.Count(); ++row)
-            addRow(row);
-    }
-
-    const TUncarried &Uncarried() const { return m_uncarried; }
-    const std::string &Tree() const { return m_tree; }
-    const std::string &Objects() const { return m_objects; }
-
-private:
-    void addRow(std::size_t row)
-    {
-        const auto &record = m_rows.Record(row);
-        const auto &texts = m_rows.Texts();
-        m_objects += std::to_string(record.ID);
-        m_objects += DescrSeparator;
-        m_objects += std::to_string(record.IDPere);
-        m_objects += DescrSeparator;
-        for (const auto text : {record.LibLong, record.Libelle, record.LibCourt, record.Code}) {
-            const auto bytes = texts.Bytes(text);
-            if (text.IsWide() || !isCarried(bytes)) {
-                m_uncarried.Codes << texts.Text(record.Code);
-                return;
-            }
-            m_objects += bytes;
-            m_objects += DescrSeparator;
-        }
-        m_objects += "01";
-        m_objects += lineEnd;
-
-        m_tree.append(m_rows.Depth(row), '\t');
-        if (m_showsCode) {
-            m_tree += texts.Bytes(record.Code);
-            m_tree += m_separator;
-        }
-        m_tree += texts.Bytes(record.Libelle);
-        m_tree += lineEnd;
-    }
-
-    const TDescrRows &m_rows;
-    const bool m_showsCode;
-    std::string m_separator;
-    TUncarried m_uncarried;
-    std::string m_tree, m_objects;
-};
-
 [[noreturn]] void raiseWriteError(const QString &path, const QString &reason)
 {
     throw EInOutError("Impossible d'écrire les fichiers de l'arbre des codes",
@@ -109,21 +48,41 @@ private:
 class TReplacement
 {
 public:
-    explicit TReplacement(const QString &path) : m_file(path) {}
-
-    void Write(const std::string &bytes)
+    explicit TReplacement(const QString &path) : m_file(path)
     {
-        const QFileInfo there(m_file.fileName());
+        const QFileInfo there(path);
         if (there.exists() && !there.isFile())
-            raiseWriteError(m_file.fileName(), QStringLiteral("n'est pas un fichier ordinaire"));
-        const auto size = static_cast<qint64>(bytes.size());
-        check(m_file.open(QIODevice::WriteOnly) && m_file.write(bytes.data(), size) == size &&
-              m_file.flush());
+            raiseWriteError(path, QStringLiteral("n'est pas un fichier ordinaire"));
+        check(m_file.open(QIODevice::WriteOnly));
+        m_text.reserve(blockSize + usualLine);
+    }
+
+    /// To append the next line to.
+    std::string &Text() { return m_text; }
+
+    void EndLine()
+    {
+        m_text += lineEnd;
+        if (m_text.size() >= blockSize)
+            write();
+    }
+
+    void Complete()
+    {
+        write();
+        check(m_file.flush());
     }
 
     void Replace() { check(m_file.commit()); }
 
 private:
+    void write()
+    {
+        const auto size = static_cast<qint64>(m_text.size());
+        check(m_file.write(m_text.data(), size) == size);
+        m_text.clear();
+    }
+
     void check(bool succeeded) const
     {
         if (!succeeded)
@@ -131,6 +90,76 @@ private:
     }
 
     QSaveFile m_file;
+    std::string m_text;
+};
+
+// Writes the lines of both files. They are of no use once there is something uncarried.
+class TCacheWriter
+{
+public:
+    TCacheWriter(const TCacheFiles &files, const TNodeTextRule &rule)
+        : m_showsCode(rule.AfficherCodeStat), m_tree(files.Tree), m_objects(files.Objects)
+    {
+        const auto separator = carried(rule.Separateur);
+        m_uncarried.Separator = m_showsCode && !separator;
+        m_separator = separator.value_or(std::string());
+    }
+
+    TUncarried Write(const QString &rootText, const TDescrRows &rows)
+    {
+        const auto root = carried(rootText);
+        m_uncarried.Root = !root;
+        m_tree.Text() += root.value_or(std::string());
+        m_tree.EndLine();
+        m_objects.Text() += std::to_string(rows.Count());
+        m_objects.EndLine();
+        for (std::size_t row = 0; row < rows.Count(); ++row)
+            addRow(rows, row);
+        if (m_uncarried.IsEmpty()) {
+            m_tree.Complete();
+            m_objects.Complete();
+            m_tree.Replace();
+            m_objects.Replace();
+        }
+        return m_uncarried;
+    }
+
+private:
+    void addRow(const TDescrRows &rows, std::size_t row)
+    {
+        const auto &record = rows.Record(row);
+        const auto &texts = rows.Texts();
+        auto &object = m_objects.Text();
+        object += std::to_string(record.ID);
+        object += DescrSeparator;
+        object += std::to_string(record.IDPere);
+        object += DescrSeparator;
+        for (const auto text : {record.LibLong, record.Libelle, record.LibCourt, record.Code}) {
+            const auto bytes = texts.Bytes(text);
+            if (text.IsWide() || !isCarried(bytes)) {
+                m_uncarried.Codes << texts.Text(record.Code);
+                return;
+            }
+            object += bytes;
+            object += DescrSeparator;
+        }
+        object += "01";
+        m_objects.EndLine();
+
+        auto &node = m_tree.Text();
+        node.append(rows.Depth(row), '\t');
+        if (m_showsCode) {
+            node += texts.Bytes(record.Code);
+            node += m_separator;
+        }
+        node += texts.Bytes(record.Libelle);
+        m_tree.EndLine();
+    }
+
+    const bool m_showsCode;
+    TReplacement m_tree, m_objects;
+    std::string m_separator;
+    TUncarried m_uncarried;
 };
 
 QString inApplicationDirectory(const QString &name)
@@ -161,15 +190,7 @@ TCacheFiles CacheFilesOf(const QString &prefix)
 TUncarried WriteCacheFiles(const TCacheFiles &files, const QString &rootText, const TNodeTextRule &rule,
                            const TDescrRows &rows)
 {
-    const TCacheWriter lines(rootText, rule, rows);
-    if (!lines.Uncarried().IsEmpty())
-        return lines.Uncarried();
-    TReplacement tree(files.Tree), objects(files.Objects);
-    tree.Write(lines.Tree());
-    objects.Write(lines.Objects());
-    tree.Replace();
-    objects.Replace();
-    return {};
+    return TCacheWriter(files, rule).Write(rootText, rows);
 }
 
 void RemoveCacheFiles(const TCacheFiles &files)

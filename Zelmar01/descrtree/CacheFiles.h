@@ -56,6 +56,9 @@ TUncarried WriteCacheFiles(const TCacheFiles &files, const QString &rootText, co
 /// EInOutError for a file that is missing or cannot be read.
 TDescrTree ReadCacheFiles(const TCacheFiles &files, const TNodeTextRule &rule);
 
+/// Reads an object file alone. Raises as ReadCacheFiles() does.
+TDescrRows ReadObjectFile(const QString &path);
+
 /// Removes those of the files that are there. Raises EInOutError when one remains.
 void RemoveCacheFiles(const TCacheFiles &files);
 

@@ -91,66 +91,59 @@ private:
     std::size_t m_number = 0;
 };
 
-class TCacheReader
+std::string placeOf(const QString &path, std::size_t line)
+{
+    return path.toStdString() + ", ligne " + std::to_string(line);
+}
+
+// Takes the levels off an object file, one after the other.
+class TObjectReader
 {
 public:
-    TCacheReader(const TCacheFiles &files, const TNodeTextRule &rule)
-        : m_files(files), m_showsCode(rule.AfficherCodeStat), m_treeBytes(contentsOf(files.Tree)),
-          m_objectBytes(contentsOf(files.Objects)), m_treeLines(m_treeBytes), m_objectLines(m_objectBytes)
-    {
-        auto separator = ToWindows1252(rule.Separateur);
-        if (m_showsCode && !separator.Missing.isEmpty())
-            throw EConvertError(files.Tree.toStdString() + " : séparateur hors de Windows-1252");
-        m_separator = std::move(separator.Bytes);
-    }
-
-    TDescrTree Read()
+    explicit TObjectReader(const QString &path) : m_path(path), m_bytes(contentsOf(path)), m_lines(m_bytes)
     {
         std::string_view line;
-        m_objectLines.Take(line);
-        const auto recorded = numberOfLevels(m_files.Objects, line);
-        std::string_view root;
-        if (!m_treeLines.Take(root) || root.starts_with('\t'))
-            raise(m_files.Tree, 1, "la racine manque");
-
-        m_records.reserve(std::min(static_cast<std::size_t>(std::max(recorded, 0)),
-                                   static_cast<std::size_t>(m_objectBytes.size()) / shortestObjectLine));
-        for (std::string_view text; m_objectLines.Take(line);) {
-            takeRecord(line);
-            if (!m_treeLines.Take(text))
-                raise(m_files.Tree, m_treeLines.Number() + 1, "le niveau manque");
-            checkText(text);
-        }
-        if (m_treeLines.Take(line))
-            raise(m_files.Tree, m_treeLines.Number(), "niveau absent de l'autre fichier");
-        if (static_cast<std::int64_t>(m_records.size()) != recorded)
-            raise(m_files.Objects, 1,
-                  std::to_string(recorded) + " niveaux annoncés, " + std::to_string(m_records.size()) +
-                      " trouvés");
-        const auto rootText = FromWindows1252(root);
-        return {rootText, TDescrRows(TDescrTexts(std::move(m_objectBytes)), std::move(m_records))};
+        m_lines.Take(line);
+        m_recorded = numberOfLevels(m_path, line);
+        m_records.reserve(std::min(static_cast<std::size_t>(std::max(m_recorded, 0)),
+                                   static_cast<std::size_t>(m_bytes.size()) / shortestObjectLine));
     }
+
+    /// False behind the last level; raises when there are not as many as were recorded.
+    bool Take()
+    {
+        std::string_view line;
+        if (m_lines.Take(line)) {
+            takeRecord(line);
+            return true;
+        }
+        if (static_cast<std::int64_t>(m_records.size()) != m_recorded)
+            throw EConvertError(placeOf(m_path, 1) + " : " + std::to_string(m_recorded) +
+                                " niveaux annoncés, " + std::to_string(m_records.size()) + " trouvés");
+        return false;
+    }
+
+    std::size_t Count() const { return m_records.size(); }
+    std::string_view Code() const { return bytesOf(m_records.back().Code); }
+    std::string_view Libelle() const { return bytesOf(m_records.back().Libelle); }
+
+    TDescrRows Rows() { return {TDescrTexts(std::move(m_bytes)), std::move(m_records)}; }
 
 private:
-    [[noreturn]] void raise(const QString &path, std::size_t line, const std::string &reason) const
-    {
-        std::string message = path.toStdString() + ", ligne " + std::to_string(line);
-        if (line == m_records.size() + 1 && !m_records.empty())
-            message += ", code " + quoted(bytesOf(m_records.back().Code));
-        throw EConvertError(message + " : " + reason);
-    }
-
     std::string_view bytesOf(TDescrText text) const
     {
-        return {m_objectBytes.constData() + text.Begin(), text.Size()};
+        return {m_bytes.constData() + text.Begin(), text.Size()};
     }
 
     void takeRecord(std::string_view line)
     {
+        const auto raise = [this](const std::string &reason) {
+            throw EConvertError(placeOf(m_path, m_lines.Number()) + " : " + reason);
+        };
         const auto value = [&] {
             const auto end = line.find(DescrSeparator);
             if (end == line.npos)
-                raise(m_files.Objects, m_objectLines.Number(), "niveau incomplet");
+                raise("niveau incomplet");
             const auto taken = line.substr(0, end);
             line.remove_prefix(end + DescrSeparator.size());
             return taken;
@@ -159,46 +152,88 @@ private:
             const auto taken = value();
             const auto number = DescrInteger(taken);
             if (!number)
-                raise(m_files.Objects, m_objectLines.Number(),
-                      "nombre entier attendu au lieu de " + quoted(taken));
+                raise("nombre entier attendu au lieu de " + quoted(taken));
             return *number;
         };
         const auto text = [&] {
             const auto taken = value();
-            return TDescrText(static_cast<std::uint32_t>(taken.data() - m_objectBytes.constData()),
+            return TDescrText(static_cast<std::uint32_t>(taken.data() - m_bytes.constData()),
                               static_cast<std::uint32_t>(taken.size()), false);
         };
         // The initializers are evaluated from left to right.
         m_records.push_back(TDescrRecord{integer(), integer(), text(), text(), text(), text()});
     }
 
+    const QString m_path;
+    QByteArray m_bytes;
+    TLines m_lines;
+    int m_recorded = 0;
+    std::vector<TDescrRecord> m_records;
+};
+
+class TCacheReader
+{
+public:
+    TCacheReader(const TCacheFiles &files, const TNodeTextRule &rule)
+        : m_treePath(files.Tree), m_showsCode(rule.AfficherCodeStat), m_treeBytes(contentsOf(files.Tree)),
+          m_treeLines(m_treeBytes), m_objects(files.Objects)
+    {
+        auto separator = ToWindows1252(rule.Separateur);
+        if (m_showsCode && !separator.Missing.isEmpty())
+            throw EConvertError(m_treePath.toStdString() + " : séparateur hors de Windows-1252");
+        m_separator = std::move(separator.Bytes);
+    }
+
+    TDescrTree Read()
+    {
+        std::string_view root;
+        if (!m_treeLines.Take(root) || root.starts_with('\t'))
+            raise(1, "la racine manque");
+        std::string_view text;
+        while (m_objects.Take()) {
+            if (!m_treeLines.Take(text))
+                raise(m_treeLines.Number() + 1, "le niveau manque");
+            checkText(text);
+        }
+        if (m_treeLines.Take(text))
+            raise(m_treeLines.Number(), "niveau absent de l'autre fichier");
+        return {FromWindows1252(root), m_objects.Rows()};
+    }
+
+private:
+    [[noreturn]] void raise(std::size_t line, const std::string &reason) const
+    {
+        auto place = placeOf(m_treePath, line);
+        if (line == m_objects.Count() + 1 && m_objects.Count() > 0)
+            place += ", code " + quoted(m_objects.Code());
+        throw EConvertError(place + " : " + reason);
+    }
+
     void checkText(std::string_view text)
     {
-        const auto &record = m_records.back();
-        const auto code = bytesOf(record.Code), label = bytesOf(record.Libelle);
+        const auto code = m_objects.Code();
         const auto depth = std::min(text.find_first_not_of('\t'), text.size());
         if (depth != std::max<std::size_t>(code.size(), 1))
-            raise(m_files.Tree, m_treeLines.Number(), "retrait différent de la longueur du code");
+            raise(m_treeLines.Number(), "retrait différent de la longueur du code");
         if (depth > m_depth + 1)
-            raise(m_files.Tree, m_treeLines.Number(), "niveau sans parent");
+            raise(m_treeLines.Number(), "niveau sans parent");
         m_depth = depth;
 
         text.remove_prefix(depth);
         if (m_showsCode && text.starts_with(code) && text.substr(code.size()).starts_with(m_separator))
             text.remove_prefix(code.size() + m_separator.size());
         else if (m_showsCode)
-            raise(m_files.Tree, m_treeLines.Number(), "texte sans code et séparateur du niveau");
-        if (text != label)
-            raise(m_files.Tree, m_treeLines.Number(), "texte différent du libellé du niveau");
+            raise(m_treeLines.Number(), "texte sans code et séparateur du niveau");
+        if (text != m_objects.Libelle())
+            raise(m_treeLines.Number(), "texte différent du libellé du niveau");
     }
 
-    const TCacheFiles &m_files;
+    const QString m_treePath;
     const bool m_showsCode;
     const QByteArray m_treeBytes;
-    QByteArray m_objectBytes;
-    TLines m_treeLines, m_objectLines;
+    TLines m_treeLines;
+    TObjectReader m_objects;
     std::string m_separator;
-    std::vector<TDescrRecord> m_records;
     std::size_t m_depth = 0;
 };
 
@@ -219,6 +254,14 @@ int RecordedCount(const QString &objectsFile)
 TDescrTree ReadCacheFiles(const TCacheFiles &files, const TNodeTextRule &rule)
 {
     return TCacheReader(files, rule).Read();
+}
+
+TDescrRows ReadObjectFile(const QString &path)
+{
+    TObjectReader reader(path);
+    while (reader.Take())
+        continue;
+    return reader.Rows();
 }
 
 } // namespace Zelmar01

@@ -56,6 +56,8 @@ void TDescrTree::buildIndex()
 
 TDescrTree::TNode TDescrTree::Next(TNode node) const
 {
+    if (m_isAsLoaded)
+        return AtIndex(std::size_t{node} + 1);
     if (ChildCount(node) > 0)
         return Child(node, 0);
     for (auto parent = Parent(node); parent != None; node = parent, parent = Parent(node))

@@ -51,6 +51,9 @@ public:
     /// none.
     TNode Find(int id) const { return id == 0 ? None : m_index.Find(id); }
 
+    /// The records of the nodes 1, 2 and so on: right after loading, the rows that were loaded.
+    const TDescrRows &Rows() const { return m_rows; }
+
     /// The records. The root has none: ID() and IDPere() are 0 for it and the texts are empty.
     TDescr Descr(TNode node) const;
     int ID(TNode node) const { return node == Root ? 0 : m_rows.Record(node - 1).ID; }

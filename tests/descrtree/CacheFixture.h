@@ -54,14 +54,6 @@ protected:
         std::ofstream(path.toStdString(), std::ios::binary | std::ios::trunc) << text;
     }
 
-    static std::vector<Zelmar01::TDescr> levelsOf(const Zelmar01::TDescrTree &tree)
-    {
-        std::vector<Zelmar01::TDescr> levels;
-        for (auto node = tree.Next(tree.Root); node != tree.None; node = tree.Next(node))
-            levels.push_back(tree.Descr(node));
-        return levels;
-    }
-
     TempFolder m_folder;
     QString m_root = QStringLiteral("Corvantix");
     Zelmar01::TNodeTextRule m_rule{true, QStringLiteral("-")};

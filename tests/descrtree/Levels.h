@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Zelmar01/descrtree/DescrRows.h>
+#include <Zelmar01/descrtree/DescrTree.h>
 
 #include <vector>
 
@@ -20,4 +20,13 @@ inline std::vector<Zelmar01::TDescr> someLevels()
             {12, 3, "BAGUES - OR", "OR", "OR", "1A"},
             {13, 12, "BAGUES - OR - 18 CARATS", "18 CARATS", "18 CT", "1A0"},
             {4, 0, "Collection d'été à 5 €", "Collection d'été à 5 €", "", "2"}};
+}
+
+/// The levels of a tree in the order of its nodes.
+inline std::vector<Zelmar01::TDescr> levelsOf(const Zelmar01::TDescrTree &tree)
+{
+    std::vector<Zelmar01::TDescr> levels;
+    for (auto node = tree.Next(tree.Root); node != tree.None; node = tree.Next(node))
+        levels.push_back(tree.Descr(node));
+    return levels;
 }
