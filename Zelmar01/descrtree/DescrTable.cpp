@@ -76,7 +76,7 @@ bool TDescrTable::IsFree(const QString &code) const
 void TDescrTable::Change(const std::function<void()> &work)
 {
     m_query.Open();
-    m_query.Modified() ? m_query.Post() : m_query.Cancel();
+    m_query.MoveBy(0); // what the host is editing is posted apart from this
     const int place = m_query.RecNo();
     m_hasChanged = false;
     try {

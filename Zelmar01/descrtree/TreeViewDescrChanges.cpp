@@ -181,8 +181,8 @@ void TTreeViewDescr::SupprimerNoeudSelectionne()
     } catch (const EDatabaseUnreachable &) {
         throw;
     } catch (const EDatabaseError &error) {
-        if (!error.Cause()
-                 .Text.empty()) // said by the database, not by the dataset or a receiver of its signals
+        // Without a cause it was the dataset itself, or a receiver of its signals.
+        if (!error.Cause().Text.empty())
             inform(TMessage::LevelInUse);
         throw;
     }

@@ -1,0 +1,322 @@
+#include <Zelmar01/tabs/ExtPageControl.h>
+
+#include <Zelmar01/tabs/QtRect.h>
+
+#include <QApplication>
+
+#include <algorithm>
+
+namespace Zelmar01 {
+
+namespace {
+
+// Of a control that nothing has given a size.
+constexpr QSize usualPage(280, 160), leastPage(40, 20);
+
+std::string nameWithoutNamespace(const QObject *object)
+{
+    const std::string name = object->metaObject()->className();
+    const auto colons = name.rfind("::");
+    return colons == name.npos ? name : name.substr(colons + 2);
+}
+
+// The first widget in a page that Tab would reach.
+QWidget *firstToFocus(QWidget *page)
+{
+    for (auto *widget = page->nextInFocusChain(); widget && widget != page;
+         widget = widget->nextInFocusChain()) {
+        if (page->isAncestorOf(widget) && (widget->focusPolicy() & Qt::TabFocus) &&
+            widget->isVisibleTo(page) && widget->isEnabled())
+            return widget;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+TExtPageControl::TExtPageControl(QWidget *parent) : TExtCustomTab(parent) {}
+
+TExtPageControl::~TExtPageControl()
+{
+    for (auto *page : m_pages)
+        page->m_pageControl = nullptr;
+}
+
+void TExtPageControl::Loaded()
+{
+    TExtCustomTab::Loaded();
+    if (m_wantedPage) {
+        const auto found = std::find_if(m_pages.begin(), m_pages.end(), [&](const TTabSheet *page) {
+            return page->objectName() == *m_wantedPage;
+        });
+        if (found != m_pages.end() || m_wantedPage->isEmpty())
+            activate(found == m_pages.end() ? nullptr : *found);
+        m_wantedPage.reset();
+    }
+    if (m_initialPage >= 0 && !IsDesigning()) {
+        if (m_initialPage >= PageCount())
+            throw EStringListError("Indice de liste hors limites (" + std::to_string(m_initialPage) + ")");
+        activate(Pages(m_initialPage));
+    }
+}
+
+TTabSheet *TExtPageControl::Pages(int index) const
+{
+    return index < 0 || index >= PageCount() ? nullptr : m_pages[static_cast<std::size_t>(index)];
+}
+
+TTabSheet *TExtPageControl::tabAt(int tab) const
+{
+    return tab < 0 || tab >= TabCount() ? nullptr : m_tabs[static_cast<std::size_t>(tab)];
+}
+
+int TExtPageControl::IndexOf(const TTabSheet *page) const
+{
+    const auto found = std::find(m_pages.begin(), m_pages.end(), page);
+    return found == m_pages.end() ? -1 : static_cast<int>(found - m_pages.begin());
+}
+
+void TExtPageControl::InsertPage(int index, TTabSheet *page)
+{
+    if (!page)
+        return;
+    if (const int now = IndexOf(page); now >= 0) {
+        MovePage(now, index);
+        return;
+    }
+    if (page->m_pageControl)
+        page->m_pageControl->RemovePage(page);
+    page->setParent(this);
+    page->m_pageControl = this;
+    page->hide();
+    m_pages.insert(m_pages.begin() + qBound(0, index, PageCount()), page);
+    updateTabs();
+    if (PageCount() == 1)
+        activate(page);
+    else
+        ReAlignTabSheets(false);
+}
+
+void TExtPageControl::MovePage(int from, int to)
+{
+    auto *page = Pages(from);
+    if (!page)
+        return;
+    m_pages.erase(m_pages.begin() + from);
+    m_pages.insert(m_pages.begin() + qBound(0, to, PageCount()), page);
+    updateTabs();
+}
+
+// Called by the destructor of a page, too.
+void TExtPageControl::RemovePage(TTabSheet *page)
+{
+    const int index = IndexOf(page);
+    if (index < 0)
+        return;
+    const int tab = page->m_tabIndex;
+    m_pages.erase(m_pages.begin() + index);
+    page->m_pageControl = nullptr;
+    page->m_tabIndex = -1;
+    const bool wasActive = page == m_activePage;
+    if (wasActive)
+        m_activePage = nullptr;
+    updateTabs();
+    if (wasActive)
+        activate(successorOf(tab));
+    if (page->parent() == this)
+        page->hide();
+}
+
+// The enabled page that takes the place of a tab that has gone: the next one, else the one before it.
+TTabSheet *TExtPageControl::successorOf(int tab) const
+{
+    const int from = qMax(tab, 0);
+    for (int next = from; next < TabCount(); ++next) {
+        if (IsTabEnabled(next))
+            return tabAt(next);
+    }
+    for (int before = qMin(from, TabCount()) - 1; before >= 0; --before) {
+        if (IsTabEnabled(before))
+            return tabAt(before);
+    }
+    return nullptr;
+}
+
+int TExtPageControl::GetPageIndexByTabIndex(int tabIndex) const
+{
+    if (tabIndex >= 0) {
+        for (int page = tabIndex; page < PageCount(); ++page) {
+            if (Pages(page)->TabIndex() == tabIndex)
+                return page;
+        }
+    }
+    throw EExtPageInvalidCall(
+        "Function GetPageIndexByTabIndex of component " + objectName().toStdString() + " of class " +
+        nameWithoutNamespace(this) +
+        " was called with an invalid parameter (CurrentTabIndex = " + std::to_string(tabIndex) + ").");
+}
+
+void TExtPageControl::SetActivePage(TTabSheet *page)
+{
+    endLoading();
+    if (!page) {
+        activate(nullptr);
+        return;
+    }
+    if (page == m_activePage || IndexOf(page) < 0 || (!page->Enabled() && !IsDesigning()))
+        return;
+    const QPointer<TTabSheet> wanted = page;
+    if (!canChange() || IndexOf(wanted) < 0)
+        return;
+    activate(page);
+    ReAlignTabSheets(false);
+    emit OnChange(this);
+}
+
+void TExtPageControl::setActivePage(const QString &name)
+{
+    if (IsLoading()) {
+        m_wantedPage = name;
+        return;
+    }
+    const auto found = std::find_if(m_pages.begin(), m_pages.end(),
+                                    [&](const TTabSheet *page) { return page->objectName() == name; });
+    if (found != m_pages.end() || name.isEmpty())
+        SetActivePage(found == m_pages.end() ? nullptr : *found);
+}
+
+QString TExtPageControl::activePageName() const
+{
+    return m_wantedPage ? *m_wantedPage : m_activePage ? m_activePage->objectName() : QString();
+}
+
+void TExtPageControl::activate(TTabSheet *page)
+{
+    auto *old = m_activePage;
+    m_activePage = page;
+    if (page) {
+        page->setGeometry(ToQRect(DisplayRect()));
+        page->show();
+    }
+    if (old && old != page) {
+        // Left alone, Qt would look for another widget anywhere on the form.
+        if (auto *focused = QApplication::focusWidget(); focused && old->isAncestorOf(focused)) {
+            auto *next = page ? firstToFocus(page) : nullptr;
+            (next ? next : this)->setFocus(Qt::OtherFocusReason);
+        }
+        old->hide();
+    }
+    showSelected(page ? page->TabIndex() : -1);
+    realign();
+}
+
+void TExtPageControl::SelectNextEnabledPage(bool goForward, bool wrap)
+{
+    const int active = ActivePageIndex(), last = PageCount() - 1;
+    const auto activateFirst = [&](int from, int to) {
+        const int step = goForward ? 1 : -1;
+        for (int index = from; goForward ? index <= to : index >= to; index += step) {
+            if (Pages(index)->Enabled()) {
+                SetActivePage(Pages(index));
+                return true;
+            }
+        }
+        return false;
+    };
+    if (goForward ? activateFirst(active + 1, last) : activateFirst(active - 1, 0))
+        return;
+    if (wrap)
+        goForward ? activateFirst(0, active - 1) : activateFirst(last, active + 1);
+}
+
+void TExtPageControl::DestroyAllOtherSheetHandles()
+{
+    for (auto *page : m_pages) {
+        if (page != m_activePage)
+            page->DestroyHandle();
+    }
+}
+
+void TExtPageControl::ReAlignTabSheets(bool force)
+{
+    if (!HandleAllocated() || !(force || isVisible()))
+        return;
+    const auto place = ToQRect(DisplayRect());
+    for (auto *page : m_pages)
+        page->setGeometry(place);
+    Invalidate();
+}
+
+void TExtPageControl::realign()
+{
+    if (HandleAllocated())
+        ReAlignTabSheets(true);
+    else if (m_activePage)
+        m_activePage->setGeometry(ToQRect(DisplayRect()));
+}
+
+void TExtPageControl::pageChanged(const TTabSheet *page)
+{
+    tabChanged(page->TabIndex());
+}
+
+void TExtPageControl::updateTabs()
+{
+    const auto hadTab = m_activePage ? m_activePage->m_tabIndex : -1;
+    m_tabs.clear();
+    const bool all = IsDesigning();
+    for (auto *page : m_pages) {
+        page->m_tabIndex = page->TabVisible() || all ? TabCount() : -1;
+        if (page->m_tabIndex >= 0)
+            m_tabs.push_back(page);
+    }
+    tabsChanged(m_activePage ? m_activePage->m_tabIndex : -1);
+    // The active page's tab was hidden.
+    if (hadTab >= 0 && m_activePage && m_activePage->m_tabIndex < 0)
+        activate(successorOf(hadTab));
+}
+
+QString TExtPageControl::TabCaption(int tab) const
+{
+    const auto *page = tabAt(tab);
+    return page ? page->Caption() : QString();
+}
+
+bool TExtPageControl::IsTabEnabled(int tab) const
+{
+    const auto *page = tabAt(tab);
+    return page && page->Enabled();
+}
+
+void TExtPageControl::SelectTab(int tab)
+{
+    SetActivePage(Pages(GetPageIndexByTabIndex(tab)));
+}
+
+QString TExtPageControl::captionOf(int index) const
+{
+    const auto *page = Pages(index);
+    return page ? page->Caption() : QString();
+}
+
+QWidget *TExtPageControl::helpItem(int tab) const
+{
+    return tabAt(tab);
+}
+
+QSize TExtPageControl::pageSizeHint(bool minimum) const
+{
+    auto size = minimum ? leastPage : usualPage;
+    for (const auto *page : m_pages)
+        size = size.expandedTo(minimum ? page->minimumSizeHint().expandedTo(page->minimumSize())
+                                       : page->sizeHint());
+    return size;
+}
+
+int TExtPageControlTag::GetGlyphIndex(int index) const
+{
+    const auto *page = Pages(index);
+    return page ? page->Tag() : -1;
+}
+
+} // namespace Zelmar01

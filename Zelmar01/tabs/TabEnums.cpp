@@ -1,0 +1,7 @@
+#include <Zelmar01/tabs/TabEnums.h>
+
+namespace Zelmar01 {
+
+TTabEnums::TTabEnums(QWidget *parent) : QWidget(parent) {}
+
+} // namespace Zelmar01

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <Zelmar01/core/Exceptions.h>
+
+namespace Zelmar01 {
+
+/// A tab index that no page has.
+class EExtPageInvalidCall : public Exception
+{
+public:
+    using Exception::Exception;
+};
+
+/// An index beyond the end of a list, such as that of a page for which TabHints has no line.
+class EStringListError : public Exception
+{
+public:
+    using Exception::Exception;
+};
+
+} // namespace Zelmar01

@@ -1,0 +1,249 @@
+#include "TabFixture.h"
+
+#include <QLineEdit>
+#include <QSignalSpy>
+
+using namespace Zelmar01;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QStringList four{u"&Vente"_s, u"&Fiche"_s, u"&Stock"_s, u"&Clients"_s};
+
+class PageControl : public TabFixture
+{
+protected:
+    static std::string errorOf(const TExtPageControl &control, int tab)
+    {
+        try {
+            control.GetPageIndexByTabIndex(tab);
+        } catch (const EExtPageInvalidCall &error) {
+            return error.what();
+        }
+        return {};
+    }
+};
+
+} // namespace
+
+TEST_F(PageControl, hiddenTabsLeaveTheNumbersOfPagesBehind)
+{
+    auto &control = pages(four);
+    control.setObjectName(u"onglets"_s);
+    control.Pages(1)->setTabVisible(false);
+    EXPECT_EQ(control.GetPageIndexByTabIndex(0), 0);
+    EXPECT_EQ(control.GetPageIndexByTabIndex(1), 2);
+    EXPECT_EQ(control.GetPageIndexByTabIndex(2), 3);
+    EXPECT_EQ(control.Pages(1)->TabIndex(), -1);
+    EXPECT_EQ(errorOf(control, 3),
+              "Function GetPageIndexByTabIndex of component onglets of class TExtPageControl was called with "
+              "an invalid parameter (CurrentTabIndex = 3).");
+    EXPECT_NE(errorOf(control, -1), "") << "although the page without a tab has that index";
+}
+
+TEST_F(PageControl, nextEnabledPage)
+{
+    // Page 1 is disabled, page 2 has no tab.
+    auto &control = pages({u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s});
+    control.Pages(1)->setEnabled(false);
+    control.Pages(2)->setTabVisible(false);
+    const struct
+    {
+        int From;
+        bool Forward, Wrap;
+        int To;
+    } cases[] = {{0, true, false, 2}, {2, true, false, 3}, {4, true, false, 4},  {4, true, true, 0},
+                 {3, false, true, 2}, {2, false, true, 0}, {0, false, false, 0}, {0, false, true, 4}};
+    for (const auto &[from, forward, wrap, to] : cases) {
+        control.SetActivePageIndex(from);
+        control.SelectNextEnabledPage(forward, wrap);
+        EXPECT_EQ(control.ActivePageIndex(), to) << from << forward << wrap;
+    }
+    for (int page = 0; page < 5; ++page)
+        control.Pages(page)->setEnabled(page == 4);
+    control.SelectNextEnabledPage(true, true);
+    EXPECT_EQ(control.ActivePageIndex(), 4);
+}
+
+TEST_F(PageControl, theActivePageIsTheOnlyOneSeenAndFillsThePageArea)
+{
+    auto &control = pages(four);
+    show();
+    EXPECT_EQ(control.ActivePageIndex(), 0);
+    for (const int page : {2, 0, 3}) {
+        control.SetActivePageIndex(page);
+        for (int other = 0; other < 4; ++other)
+            EXPECT_EQ(control.Pages(other)->isVisible(), other == page);
+        EXPECT_EQ(FromQRect(control.Pages(page)->geometry()), control.DisplayRect());
+    }
+    control.setTabHeight(50);
+    EXPECT_EQ(control.Pages(3)->geometry().top(), 50 + 2 + 4);
+    m_form.setFixedSize(400, 300);
+    control.resize(380, 200);
+    EXPECT_EQ(control.Pages(3)->geometry().right(), 380 - 1 - 4);
+
+    control.SetActivePage(nullptr);
+    EXPECT_EQ(control.TabIndex(), -1);
+    EXPECT_FALSE(control.Pages(3)->isVisible());
+}
+
+TEST_F(PageControl, whoChangesThePageIsAskedAndTold)
+{
+    auto &control = pages(four);
+    control.Pages(2)->setEnabled(false);
+    show();
+    bool allow = true;
+    int asked = 0;
+    QObject::connect(&control, &TExtCustomTab::OnChanging, &control, [&](QWidget *, bool &allowChange) {
+        ++asked;
+        allowChange = allow;
+    });
+    const QSignalSpy told(&control, &TExtCustomTab::OnChange);
+    control.SetActivePageIndex(1);
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(told.size(), 1);
+    control.SetActivePageIndex(1);
+    control.SetActivePageIndex(2);
+    EXPECT_EQ(asked, 1) << "neither the active nor a disabled page";
+    allow = false;
+    click(control, 3);
+    EXPECT_EQ(control.ActivePageIndex(), 1);
+    EXPECT_EQ(asked, 2);
+    allow = true;
+    click(control, 3);
+    EXPECT_EQ(control.ActivePageIndex(), 3);
+    EXPECT_EQ(told.size(), 2);
+    control.SetActivePage(nullptr);
+    EXPECT_EQ(asked, 3) << "deselecting asks nobody";
+}
+
+TEST_F(PageControl, aDisabledPageStaysActive)
+{
+    auto &control = pages(four);
+    show();
+    control.SetActivePageIndex(1);
+    control.Pages(1)->setEnabled(false);
+    EXPECT_EQ(control.ActivePageIndex(), 1);
+    EXPECT_TRUE(control.Pages(1)->isVisible());
+}
+
+TEST_F(PageControl, whatGoesIsNeitherActiveNorHot)
+{
+    auto &control = pages(four);
+    control.Pages(2)->setEnabled(false);
+    control.Hottrack()->setEnabled(true);
+    control.setTabHints(four);
+    show();
+    control.SetActivePageIndex(1);
+    moveTo(control, middleOf(control, 3));
+    ASSERT_EQ(control.Hottrack()->HotTab, 3);
+    const QSignalSpy told(&control, &TExtCustomTab::OnChange);
+
+    control.Pages(1)->setTabVisible(false);
+    EXPECT_EQ(control.ActivePageIndex(), 3) << "the next enabled one";
+    EXPECT_EQ(control.Hottrack()->HotTab, -1);
+    EXPECT_EQ(control.toolTip(), QString());
+
+    delete control.Pages(3);
+    EXPECT_EQ(control.ActivePageIndex(), 0);
+    EXPECT_EQ(control.TabIndex(), 0);
+    EXPECT_TRUE(control.Pages(0)->isVisible());
+
+    control.Pages(0)->setPageIndex(2);
+    EXPECT_EQ(control.ActivePageIndex(), 2);
+    EXPECT_EQ(control.TabIndex(), 1);
+
+    auto *moved = control.Pages(2);
+    auto *other = new TExtPageControl(&m_form);
+    other->AddPage(moved);
+    EXPECT_EQ(control.PageCount(), 2);
+    EXPECT_EQ(other->ActivePage(), moved);
+    EXPECT_EQ(moved->PageControl(), other);
+    moved->setParent(nullptr);
+    EXPECT_EQ(other->PageCount(), 0);
+    EXPECT_EQ(other->ActivePage(), nullptr);
+    delete moved;
+
+    EXPECT_EQ(control.ActivePage(), nullptr) << "the rest is disabled or has no tab";
+    EXPECT_EQ(told.size(), 0);
+    settle();
+}
+
+TEST_F(PageControl, theInitialPageIsShownEvenIfDisabled)
+{
+    auto &control = pages(four);
+    control.Pages(2)->setEnabled(false);
+    control.setInitialPage(2);
+    const QSignalSpy told(&control, &TExtCustomTab::OnChange);
+    EXPECT_EQ(control.ActivePageIndex(), 0);
+    show();
+    EXPECT_EQ(control.ActivePageIndex(), 2);
+    EXPECT_EQ(told.size(), 0);
+
+    auto *beyond = new TExtPageControl(&m_form);
+    beyond->setInitialPage(5);
+    beyond->show();
+    EXPECT_EQ(m_shown, QStringList{u"Indice de liste hors limites (5)"_s});
+}
+
+TEST_F(PageControl, aFormNamesThePageBeforeItIsThere)
+{
+    TExtPageControl control(&m_form);
+    control.setActivePage(u"stock"_s);
+    for (const auto &name : {u"vente"_s, u"stock"_s})
+        (new TTabSheet(&control))->setObjectName(name);
+    EXPECT_EQ(control.property("ActivePage").toString(), u"stock"_s);
+    show();
+    EXPECT_EQ(control.ActivePageIndex(), 1);
+    control.setProperty("ActivePage", u"vente"_s);
+    EXPECT_EQ(control.ActivePageIndex(), 0);
+}
+
+TEST_F(PageControl, nativeWindowsOfOtherPagesGoAndTheirContentsStay)
+{
+    auto &control = pages(four);
+    auto *edit = new QLineEdit(control.Pages(1));
+    edit->setText(u"Bague or"_s);
+    show();
+    control.Pages(0)->winId();
+    control.Pages(1)->winId();
+    control.DestroyAllOtherSheetHandles();
+    EXPECT_NE(control.Pages(0)->internalWinId(), 0U);
+    EXPECT_EQ(control.Pages(1)->internalWinId(), 0U);
+    control.SetActivePageIndex(1);
+    settle();
+    EXPECT_TRUE(edit->isVisible());
+    QTest::keyClicks(edit, u" 18"_s);
+    EXPECT_EQ(edit->text(), u"Bague or 18"_s);
+}
+
+TEST_F(PageControl, focusFollowsIntoTheNewPage)
+{
+    auto &control = pages(four);
+    auto *first = new QLineEdit(control.Pages(0));
+    auto *second = new QLineEdit(control.Pages(1));
+    auto *outside = new QLineEdit(&m_form);
+    show();
+    first->setFocus();
+    control.SetActivePageIndex(1);
+    EXPECT_TRUE(second->hasFocus());
+    control.SetActivePageIndex(2);
+    EXPECT_TRUE(control.hasFocus());
+    outside->setFocus();
+    control.SetActivePageIndex(0);
+    EXPECT_TRUE(outside->hasFocus()) << "which is not on a page";
+}
+
+TEST_F(PageControl, aTagChoosesTheGlyph)
+{
+    TProbe<TExtPageControl> plain(&m_form);
+    TProbe<TExtPageControlTag> tagged(&m_form);
+    for (TExtPageControl *control :
+         {static_cast<TExtPageControl *>(&plain), static_cast<TExtPageControl *>(&tagged)}) {
+        for (const int tag : {7, 3})
+            (new TTabSheet(control))->setTag(tag);
+    }
+    EXPECT_EQ(plain.GetGlyphIndex(1), 1);
+    EXPECT_EQ(tagged.GetGlyphIndex(1), 3);
+    EXPECT_EQ(tagged.GetGlyphIndex(9), -1);
+}
