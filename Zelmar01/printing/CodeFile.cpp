@@ -261,7 +261,7 @@ EInOutError fileError(TMessage message, const std::filesystem::path &file)
     auto cause = CauseFromErrno(error, utf8Path(file));
     if (error == EWOULDBLOCK)
         cause.Remedy = "le fichier est en cours d'utilisation par un autre programme";
-    return {MessageText(message), std::move(cause)};
+    return EInOutError(MessageText(message), std::move(cause));
 }
 
 } // namespace
