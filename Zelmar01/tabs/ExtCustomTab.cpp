@@ -23,7 +23,6 @@ namespace Zelmar01 {
 namespace {
 
 constexpr TColor defaultInactiveColor(0x00A4A0A0);
-constexpr int greatestWord = 0xFFFF;
 constexpr QSize verticalSize(70, 35); // of tabs that had none
 
 // Around the content of tabs that are as large as it.
@@ -67,6 +66,8 @@ TExtCustomTab::~TExtCustomTab() = default;
 
 void TExtCustomTab::Loaded()
 {
+    if (!m_loading)
+        return;
     m_loading = false;
     m_savedHint = toolTip();
 }
@@ -164,7 +165,7 @@ void TExtCustomTab::resetTabInactiveColor()
 
 void TExtCustomTab::setTabHeight(int height)
 {
-    height = qBound(0, height, greatestWord);
+    height = qBound(0, height, GreatestWord);
     if (height == m_tabHeight)
         return;
     m_tabHeight = height;
@@ -174,7 +175,7 @@ void TExtCustomTab::setTabHeight(int height)
 
 void TExtCustomTab::setTabWidth(int width)
 {
-    width = qBound(0, width, greatestWord);
+    width = qBound(0, width, GreatestWord);
     if (width == m_tabWidth)
         return;
     m_tabWidth = width;
@@ -208,7 +209,7 @@ void TExtCustomTab::setTabPosition(TExtTabPosition position)
     }
     m_tabPosition = position;
     if (position != tabPosTop && m_tabStyle == tabStButton)
-        setTabStyle(tabStDefault);
+        m_tabStyle = tabStDefault;
     m_style = CreateParams();
     forgetMouse();
     layoutChanged();
@@ -332,6 +333,7 @@ void TExtCustomTab::layoutChanged()
 {
     m_strip.reset();
     if (HandleAllocated() || testAttribute(Qt::WA_Resized)) {
+        bringSelectedIntoSight();
         placeArrows();
         const auto page = DisplayRect();
         setContentsMargins(page.Left, page.Top, width() - page.Right, height() - page.Bottom);
@@ -339,6 +341,12 @@ void TExtCustomTab::layoutChanged()
     }
     updateGeometry();
     Invalidate();
+}
+
+void TExtCustomTab::bringSelectedIntoSight()
+{
+    m_firstTab = Strip().FirstTabShowing(m_selected);
+    m_strip.reset();
 }
 
 void TExtCustomTab::placeArrows()
@@ -391,8 +399,7 @@ void TExtCustomTab::showSelected(int tab)
     m_selected = tab;
     m_reported.clear();
     m_strip.reset();
-    m_firstTab = Strip().FirstTabShowing(tab);
-    m_strip.reset();
+    bringSelectedIntoSight();
     placeArrows();
     Invalidate();
     TellSelectionChanged(this);
@@ -407,6 +414,9 @@ bool TExtCustomTab::canChange()
 
 void TExtCustomTab::BeginUpdate()
 {
+    // The picture that stays may have gone to the screen directly.
+    if (m_paintLock == 0 && !m_firstPaint && !m_bufferIsCurrent && isVisible() && !m_canvas)
+        paintBuffer(rect(), devicePixelRatio());
     ++m_eraseLock;
     ++m_paintLock;
 }
@@ -465,7 +475,7 @@ bool TExtCustomTab::event(QEvent *event)
             if (event->type() == QEvent::WhatsThis)
                 helped = WMHelp(request);
             else
-                helped = GetTabNumber(FromQPoint(help->pos())) >= 0;
+                helped = hasHelp(help->pos());
         });
         event->setAccepted(helped);
         if (helped)
@@ -499,8 +509,6 @@ bool TExtCustomTab::event(QEvent *event)
 void TExtCustomTab::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    m_strip.reset();
-    m_firstTab = Strip().FirstTabShowing(m_selected);
     layoutChanged();
 }
 

@@ -141,7 +141,7 @@ public:
     void setMultiLine(bool multiLine);
     /// Whether hints are shown, as they are at first.
     bool ShowHint() const { return m_showHint; }
-    void setShowHint(bool show) { m_showHint = show; }
+    void setShowHint(bool show);
 
     /// Hot-tracking and glyphs are objects whose properties are set one by one.
     TExtHottrack *Hottrack() const { return m_hottrack; }
@@ -170,7 +170,9 @@ public:
     int TabWidth() const { return m_tabWidth; }
     void setTabWidth(int width);
 
-    /// One line a tab: the hint that is shown below it. For a page control, one line a page.
+    /// The hints that are shown below tabs: one line a tab, or one line a page in a page control. Tabs beyond
+    /// the lines have none. A page control counts tabs and takes the line of the page, so that behind hidden
+    /// tabs a list that ends too early is an EStringListError, which goes to the exception display.
     const QStringList &TabHints() const { return m_tabHints; }
     void setTabHints(const QStringList &hints);
 
@@ -251,8 +253,8 @@ signals:
     /// the tab's colour already.
     void OnDrawTab(QWidget *Control, int Index, bool ActiveTab, const Zelmar01::TRect &RectFg,
                    const Zelmar01::TRect &RectBg, Zelmar01::TOwnerDrawState State);
-    /// The page area has been given its colour; `CurrPage` is the selected page or tab. The painter is
-    /// clipped to what is being painted.
+    /// The page area has been given its colour, which is the painter's background colour too; `CurrPage` is
+    /// the selected page or tab. The painter is clipped to what is being painted.
     void OnDrawBkgndInside(QWidget *Control, QPainter *DC, int CurrPage, const Zelmar01::TRect &RectBg);
     /// The area around page area and tabs has been given the parent's colour, which is the painter's
     /// background colour too.
@@ -263,6 +265,9 @@ signals:
 
 protected:
     explicit TExtCustomTab(QWidget *parent);
+
+    /// The sizes of the page area of a control that nothing has given a size.
+    static constexpr QSize UsualPage{280, 160}, LeastPage{40, 20};
 
     // For the owners of the captions. An index is that of a page, or of a tab where there are no pages.
 
@@ -365,9 +370,11 @@ private:
     QSize contentSize(const QString &caption, const QFontMetrics &metrics) const;
     void layoutChanged();
     void scrollTo(int firstTab);
+    void bringSelectedIntoSight();
     void placeArrows();
 
     // Painting.
+    void paintBuffer(const QRegion &region, double ratio);
     void keepPicture(const QRegion &region);
     void paintAll(QPainter &painter, const QRegion &region, bool inMemory);
     void eraseBackground(QPainter &painter, bool inMemory);
@@ -394,6 +401,7 @@ private:
     void mouseLeft();
     void forgetMouse();
     bool showHint(const QHelpEvent &event);
+    bool hasHelp(QPoint point) const;
     void cancelHint();
     void grabAccelerators();
     int focusTab() const;

@@ -5,12 +5,6 @@
 
 namespace Zelmar01 {
 
-namespace {
-
-constexpr int greatestWord = 0xFFFF;
-
-} // namespace
-
 TExtGlyphs::TExtGlyphs(QWidget *owner) : QObject(owner), m_imageList(new TImageList(owner)) {}
 
 TExtGlyphs::~TExtGlyphs()
@@ -47,7 +41,7 @@ void TExtGlyphs::SetImageList(const TImageList *images)
 
 void TExtGlyphs::setNumGlyphs(int count)
 {
-    count = qBound(0, count, greatestWord);
+    count = qBound(0, count, GreatestWord);
     if (count == m_numGlyphs)
         return;
     m_numGlyphs = count;
@@ -85,7 +79,7 @@ void TExtGlyphs::Changed()
 
 void TExtGlyphs::ChangedGlyph()
 {
-    m_imageList->SetSize(0, 0);
+    m_imageList->Clear();
     if (m_numGlyphs > 0 && !m_glyph.isNull()) {
         const auto size = m_glyph.deviceIndependentSize().toSize();
         m_imageList->SetSize(size.width() / m_numGlyphs, size.height());

@@ -10,9 +10,6 @@ namespace Zelmar01 {
 
 namespace {
 
-// Of a control that nothing has given a size.
-constexpr QSize usualPage(280, 160), leastPage(40, 20);
-
 std::string nameWithoutNamespace(const QObject *object)
 {
     const std::string name = object->metaObject()->className();
@@ -44,20 +41,28 @@ TExtPageControl::~TExtPageControl()
 
 void TExtPageControl::Loaded()
 {
+    if (!IsLoading())
+        return;
     TExtCustomTab::Loaded();
-    if (m_wantedPage) {
-        const auto found = std::find_if(m_pages.begin(), m_pages.end(), [&](const TTabSheet *page) {
-            return page->objectName() == *m_wantedPage;
-        });
-        if (found != m_pages.end() || m_wantedPage->isEmpty())
-            activate(found == m_pages.end() ? nullptr : *found);
-        m_wantedPage.reset();
+    if (auto *first = TabIndex() < 0 ? successorOf(0) : nullptr)
+        activate(first);
+    if (const auto name = std::exchange(m_wantedPage, {})) {
+        auto *wanted = pageNamed(*name);
+        if (wanted ? wanted->Enabled() || IsDesigning() : name->isEmpty())
+            activate(wanted);
     }
     if (m_initialPage >= 0 && !IsDesigning()) {
         if (m_initialPage >= PageCount())
-            throw EStringListError("Indice de liste hors limites (" + std::to_string(m_initialPage) + ")");
+            throw EStringListError(m_initialPage);
         activate(Pages(m_initialPage));
     }
+}
+
+TTabSheet *TExtPageControl::pageNamed(const QString &name) const
+{
+    const auto found = std::find_if(m_pages.begin(), m_pages.end(),
+                                    [&](const TTabSheet *page) { return page->objectName() == name; });
+    return found == m_pages.end() ? nullptr : *found;
 }
 
 TTabSheet *TExtPageControl::Pages(int index) const
@@ -121,10 +126,14 @@ void TExtPageControl::RemovePage(TTabSheet *page)
     if (wasActive)
         m_activePage = nullptr;
     updateTabs();
+    const QPointer<TExtPageControl> self = this;
+    const QPointer<TTabSheet> going = page;
     if (wasActive)
         activate(successorOf(tab));
-    if (page->parent() == this)
-        page->hide();
+    if (self && going)
+        moveFocusFrom(*going);
+    if (self && going && going->parent() == this)
+        going->hide();
 }
 
 // The enabled page that takes the place of a tab that has gone: the next one, else the one before it.
@@ -165,10 +174,13 @@ void TExtPageControl::SetActivePage(TTabSheet *page)
     }
     if (page == m_activePage || IndexOf(page) < 0 || (!page->Enabled() && !IsDesigning()))
         return;
-    const QPointer<TTabSheet> wanted = page;
-    if (!canChange() || IndexOf(wanted) < 0)
+    const QPointer<TExtPageControl> self = this;
+    if (!canChange() || !self || page == m_activePage || IndexOf(page) < 0 ||
+        (!page->Enabled() && !IsDesigning()))
         return;
     activate(page);
+    if (!self || page != m_activePage)
+        return;
     ReAlignTabSheets(false);
     emit OnChange(this);
 }
@@ -179,10 +191,9 @@ void TExtPageControl::setActivePage(const QString &name)
         m_wantedPage = name;
         return;
     }
-    const auto found = std::find_if(m_pages.begin(), m_pages.end(),
-                                    [&](const TTabSheet *page) { return page->objectName() == name; });
-    if (found != m_pages.end() || name.isEmpty())
-        SetActivePage(found == m_pages.end() ? nullptr : *found);
+    auto *page = pageNamed(name);
+    if (page || name.isEmpty())
+        SetActivePage(page);
 }
 
 QString TExtPageControl::activePageName() const
@@ -190,24 +201,34 @@ QString TExtPageControl::activePageName() const
     return m_wantedPage ? *m_wantedPage : m_activePage ? m_activePage->objectName() : QString();
 }
 
+// Showing, hiding and moving the focus run code of the host, which may activate another page or delete one:
+// the last one that is activated stays, and all others are hidden.
 void TExtPageControl::activate(TTabSheet *page)
 {
-    auto *old = m_activePage;
+    const QPointer<TExtPageControl> self = this;
+    const auto isLast = [&] { return self && page == m_activePage; };
     m_activePage = page;
-    if (page) {
-        page->setGeometry(ToQRect(DisplayRect()));
-        page->show();
-    }
-    if (old && old != page) {
-        // Left alone, Qt would look for another widget anywhere on the form.
-        if (auto *focused = QApplication::focusWidget(); focused && old->isAncestorOf(focused)) {
-            auto *next = page ? firstToFocus(page) : nullptr;
-            (next ? next : this)->setFocus(Qt::OtherFocusReason);
-        }
-        old->hide();
-    }
     showSelected(page ? page->TabIndex() : -1);
     realign();
+    if (isLast() && page)
+        page->show();
+    const std::vector<QPointer<TTabSheet>> pages(m_pages.begin(), m_pages.end());
+    for (const auto &other : pages) {
+        if (isLast() && other && other != page && !other->isHidden())
+            moveFocusFrom(*other);
+        if (isLast() && other && other != page && other->m_pageControl == this)
+            other->hide();
+    }
+}
+
+// Left alone, Qt would look for another widget anywhere on the form.
+void TExtPageControl::moveFocusFrom(const QWidget &page)
+{
+    const auto *focused = QApplication::focusWidget();
+    if (!focused || (focused != &page && !page.isAncestorOf(focused)))
+        return;
+    auto *next = m_activePage ? firstToFocus(m_activePage) : nullptr;
+    (next ? next : this)->setFocus(Qt::OtherFocusReason);
 }
 
 void TExtPageControl::SelectNextEnabledPage(bool goForward, bool wrap)
@@ -306,7 +327,7 @@ QWidget *TExtPageControl::helpItem(int tab) const
 
 QSize TExtPageControl::pageSizeHint(bool minimum) const
 {
-    auto size = minimum ? leastPage : usualPage;
+    auto size = minimum ? LeastPage : UsualPage;
     for (const auto *page : m_pages)
         size = size.expandedTo(minimum ? page->minimumSizeHint().expandedTo(page->minimumSize())
                                        : page->sizeHint());

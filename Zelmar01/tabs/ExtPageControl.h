@@ -12,7 +12,8 @@ namespace Zelmar01 {
 ///
 /// The first page becomes the active one; from then on the active page is what user and host make it. None
 /// may be active, and a disabled page may be: it stays so when it is disabled later. When the active page
-/// goes, or its tab is hidden, the next enabled page takes its place without any event.
+/// goes, or its tab is hidden, the next enabled page takes its place without any event; where there was no
+/// such page yet, the first enabled tab is selected when the control is loaded.
 ///
 ///     TExtPageControl pages;
 ///     auto *sale = new TTabSheet(&pages);
@@ -51,11 +52,11 @@ public:
     TTabSheet *ActivePage() const { return m_activePage; }
     int ActivePageIndex() const { return IndexOf(m_activePage); }
     /// Null deselects, without any question. A disabled page is refused; so is any other page when OnChanging
-    /// says so. OnChange tells of the change.
+    /// says so. OnChange tells of the change, unless showing and hiding of pages has led to another one.
     void SetActivePage(TTabSheet *page);
     void SetActivePageIndex(int index) { SetActivePage(Pages(index)); }
     /// The writer of forms: the page's object name, empty for none. While the control is loading the page may
-    /// come later, and nothing is asked.
+    /// come later, and nothing is asked; a page that is disabled in the end is refused all the same.
     void setActivePage(const QString &name);
 
     /// The page that is active when the control is loaded, disabled or not; -1, as at first, for none in
@@ -90,6 +91,8 @@ private:
     void pageChanged(const TTabSheet *page);
     void updateTabs();
     void activate(TTabSheet *page);
+    void moveFocusFrom(const QWidget &page);
+    TTabSheet *pageNamed(const QString &name) const;
     TTabSheet *tabAt(int tab) const;
     TTabSheet *successorOf(int tab) const;
 

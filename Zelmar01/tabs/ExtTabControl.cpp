@@ -4,17 +4,12 @@
 
 namespace Zelmar01 {
 
-namespace {
-
-// Of a control that nothing has given a size.
-constexpr QSize usualPage(280, 160), leastPage(40, 20);
-
-} // namespace
-
 TExtTabControl::TExtTabControl(QWidget *parent) : TExtCustomTab(parent) {}
 
 void TExtTabControl::Loaded()
 {
+    if (!IsLoading())
+        return;
     TExtCustomTab::Loaded();
     if (const auto wanted = std::exchange(m_wantedTab, {}))
         showSelected(qBound(-1, *wanted, TabCount() - 1) == *wanted ? *wanted : TExtCustomTab::TabIndex());
@@ -80,7 +75,12 @@ void TExtTabControl::SetTabIndex(int index)
     if (index == TExtCustomTab::TabIndex() || index < -1 || index >= TabCount() ||
         (!GetTabEnabled(index) && !IsDesigning()))
         return;
-    if (!canChange() || index >= TabCount())
+    const QPointer<TExtTabControl> self = this;
+    const int count = TabCount();
+    const auto caption = TabCaption(index);
+    // Whoever was asked may have put another tab into that place.
+    if (!canChange() || !self || index == TExtCustomTab::TabIndex() || count != TabCount() ||
+        caption != TabCaption(index) || (!GetTabEnabled(index) && !IsDesigning()))
         return;
     showSelected(index);
     emit OnChange(this);
@@ -96,7 +96,7 @@ void TExtTabControl::setTabIndex(int index)
 
 QSize TExtTabControl::pageSizeHint(bool minimum) const
 {
-    const auto least = minimum ? leastPage : usualPage;
+    const auto least = minimum ? LeastPage : UsualPage;
     if (!layout())
         return least;
     const auto wanted = minimum ? layout()->totalMinimumSize() : layout()->totalSizeHint();

@@ -36,8 +36,9 @@ void TImageList::AddMasked(const QImage &strip, TColor mask)
     masked = masked.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     const double ratio = strip.devicePixelRatio();
     const int width = qRound(m_width * ratio), height = qRound(m_height * ratio);
-    for (int x = 0; x + width <= masked.width(); x += width) {
-        m_images.push_back(masked.copy(x, 0, width, height));
+    const int count = strip.deviceIndependentSize().toSize().width() / m_width;
+    for (int i = 0; i < count; ++i) {
+        m_images.push_back(masked.copy(qRound(i * m_width * ratio), 0, width, height));
         m_images.back().setDevicePixelRatio(ratio);
     }
 }

@@ -1,5 +1,6 @@
 #include "TabAccessible.h"
 
+#include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/tabs/ExtCustomTab.h>
 #include <Zelmar01/tabs/QtRect.h>
 
@@ -84,8 +85,13 @@ public:
     QStringList keyBindingsForAction(const QString &) const override { return {}; }
     void doAction(const QString &action) override
     {
-        if (action == pressAction() && isValid() && m_control->isEnabled() && m_control->IsTabEnabled(m_tab))
-            m_control->SelectTab(m_tab);
+        if (action != pressAction())
+            return;
+        // Selecting may end the tab and this object with it.
+        ShowingExceptions([control = m_control, tab = m_tab] {
+            if (control && tab < control->TabCount() && control->isEnabled() && control->IsTabEnabled(tab))
+                control->SelectTab(tab);
+        });
     }
 
 private:

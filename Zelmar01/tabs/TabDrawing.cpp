@@ -58,7 +58,6 @@ void TExtCustomTab::paintEvent(QPaintEvent *event)
         return;
     }
     const bool direct = !m_hotPaint && (m_firstPaint || !isActiveWindow());
-    const auto done = qScopeGuard([this] { m_hotPaint = false; });
     if (direct) {
         m_firstPaint = false;
         m_bufferIsCurrent = false;
@@ -69,23 +68,29 @@ void TExtCustomTab::paintEvent(QPaintEvent *event)
     }
 
     QPainter screen(this);
-    const double ratio = screen.paintEngine()->paintDevice()->devicePixelRatio();
+    paintBuffer(event->region(), screen.paintEngine()->paintDevice()->devicePixelRatio());
+    screen.drawImage(QPointF(), m_buffer);
+}
+
+void TExtCustomTab::paintBuffer(const QRegion &region, double ratio)
+{
     const auto size = (QSizeF(this->size()) * ratio).toSize();
     if (m_buffer.size() != size || m_buffer.devicePixelRatio() != ratio) {
         m_buffer = QImage(size, QImage::Format_RGB32);
         m_buffer.setDevicePixelRatio(ratio);
         m_bufferIsCurrent = false;
     }
+    constexpr double metresPerInch = 0.0254;
+    m_buffer.setDotsPerMeterX(qRound(logicalDpiX() / metresPerInch));
+    m_buffer.setDotsPerMeterY(qRound(logicalDpiY() / metresPerInch));
     {
         QPainter painter(&m_buffer);
         painter.setFont(font());
         painter.setLayoutDirection(layoutDirection());
-        painter.setClipRegion(event->region());
-        paintAll(painter, event->region(), true);
+        painter.setClipRegion(region);
+        paintAll(painter, region, true);
     }
-    m_bufferIsCurrent = m_bufferIsCurrent || event->region() == QRegion(rect());
-    const QRectF update = event->rect();
-    screen.drawImage(update, m_buffer, QRectF(update.topLeft() * ratio, update.size() * ratio));
+    m_bufferIsCurrent = m_bufferIsCurrent || region == QRegion(rect());
 }
 
 // What the buffer shows is as good as what the screen shows, and stays where something else lay on it.
@@ -93,13 +98,10 @@ void TExtCustomTab::keepPicture(const QRegion &region)
 {
     QPainter screen(this);
     // Where there is no picture yet, the form shows.
-    if (m_firstPaint || (m_bufferIsCurrent && m_buffer.deviceIndependentSize() != QSizeF(size())))
+    if (!m_bufferIsCurrent || m_buffer.deviceIndependentSize() != QSizeF(size()))
         screen.fillRect(region.boundingRect(), colors().Outside);
-    if (!m_bufferIsCurrent)
-        return;
-    const double ratio = m_buffer.devicePixelRatio();
-    const QRectF update = region.boundingRect();
-    screen.drawImage(update, m_buffer, QRectF(update.topLeft() * ratio, update.size() * ratio));
+    if (m_bufferIsCurrent)
+        screen.drawImage(QPointF(), m_buffer);
 }
 
 void TExtCustomTab::paintAll(QPainter &painter, const QRegion &region, bool inMemory)
@@ -109,7 +111,7 @@ void TExtCustomTab::paintAll(QPainter &painter, const QRegion &region, bool inMe
     const auto &strip = Strip();
     for (const int tab : strip.DrawingOrder()) {
         const auto item = strip.DrawnItem(tab);
-        if (!touches(region, item.Grown(1, 1)))
+        if (!touches(region, item.Grown(2, 2)))
             continue;
         drawTabFrame(painter, tab);
         if (!touches(region, item))
@@ -135,6 +137,7 @@ void TExtCustomTab::eraseBackground(QPainter &painter, bool inMemory)
     painter.fillRect(ToQRect(sheet), colors().Page);
     if (isSignalConnected(inside)) {
         painter.save();
+        painter.setBackground(colors().Page);
         guarded([&] { emit OnDrawBkgndInside(this, &painter, indexOfTab(m_selected), sheet); });
         painter.restore();
     }
@@ -172,13 +175,16 @@ void TExtCustomTab::FillTabBG(QPainter &painter, bool active, const TRect &rect)
 void TExtCustomTab::drawPageFrame(QPainter &painter) const
 {
     const auto frame = Strip().PageFrame();
-    drawOutline(painter, frame, 1, colors().Frame);
+    QRegion outline = QRegion(ToQRect(frame)) - ToQRect(frame.Grown(-1, -1));
     const auto item = Strip().DrawnItem(m_selected);
-    if (item.IsEmpty() || (m_style & TCS_BUTTONS))
-        return;
-    const auto join = ToQRect(item.Grown(1, 1)) & ToQRect(frame) &
-                      ToQRect(IsVertical(PositionOf(m_style)) ? item.Grown(1, 0) : item.Grown(0, 1));
-    painter.fillRect(join, colors().Ground[true].alpha() > 0 ? colors().Ground[true] : colors().Page);
+    if (!item.IsEmpty() && !(m_style & TCS_BUTTONS)) {
+        const auto joint =
+            ToQRect(frame) & ToQRect(IsVertical(PositionOf(m_style)) ? item.Grown(1, 0) : item.Grown(0, 1));
+        outline -= joint;
+        painter.fillRect(joint, colors().Ground[true]);
+    }
+    for (const auto &part : outline)
+        painter.fillRect(part, colors().Frame);
 }
 
 void TExtCustomTab::drawTabFrame(QPainter &painter, int tab) const
@@ -248,6 +254,8 @@ void TExtCustomTab::DrawTab(int index, bool activeTab, const TRect &rectFg, cons
                             TOwnerDrawState state)
 {
     static const auto drawTab = QMetaMethod::fromSignal(&TExtCustomTab::OnDrawTab);
+    if (!m_canvas)
+        return;
     m_canvas->fillRect(ToQRect(rectBg), m_canvas->brush());
     if (isSignalConnected(drawTab))
         emit OnDrawTab(this, index, activeTab, rectFg, rectBg, state);

@@ -15,7 +15,10 @@ public:
 class EStringListError : public Exception
 {
 public:
-    using Exception::Exception;
+    explicit EStringListError(int index)
+        : Exception("Indice de liste hors limites (" + std::to_string(index) + ")")
+    {
+    }
 };
 
 } // namespace Zelmar01

@@ -22,8 +22,16 @@ constexpr int wheelStep = 120;
 QString lineOf(const QStringList &lines, int index)
 {
     if (index >= lines.size())
-        throw EStringListError("Indice de liste hors limites (" + std::to_string(index) + ")");
+        throw EStringListError(index);
     return lines[index];
+}
+
+// The first one with a help text, from a widget on upwards.
+const QWidget *withHelp(const QWidget *widget)
+{
+    while (widget && widget->whatsThis().isEmpty())
+        widget = widget->parentWidget();
+    return widget;
 }
 
 } // namespace
@@ -54,9 +62,12 @@ void TExtCustomTab::wheelEvent(QWheelEvent *event)
     cancelHint();
     const auto delta = event->angleDelta();
     m_wheel += qAbs(delta.x()) > qAbs(delta.y()) ? delta.x() : delta.y();
-    for (; qAbs(m_wheel) >= wheelStep; m_wheel -= m_wheel > 0 ? wheelStep : -wheelStep)
-        ShowingExceptions([&] { SelectNextTab(m_wheel < 0, false); });
+    const int steps = m_wheel / wheelStep;
+    m_wheel %= wheelStep;
     event->accept();
+    const QPointer<TExtCustomTab> self = this;
+    for (int step = 0; self && step < qAbs(steps); ++step)
+        ShowingExceptions([&] { SelectNextTab(steps < 0, false); });
 }
 
 void TExtCustomTab::keyPressEvent(QKeyEvent *event)
@@ -155,14 +166,11 @@ void TExtCustomTab::hitTest(QPoint point)
 
 void TExtCustomTab::mouseLeft()
 {
+    cancelHint();
     m_mouseInside = false;
     auto &hot = m_hottrack->HotTab;
-    if (m_hottrack->Enabled() && hot != -1) {
-        const int old = hot;
-        hot = -1;
-        HottrackChange(old, -1);
-    }
-    cancelHint();
+    if (m_hottrack->Enabled() && hot != -1)
+        guarded([&] { HottrackChange(std::exchange(hot, -1), -1); });
     if (m_showHint && m_lastHintTab != -1) {
         m_lastHintTab = -1;
         setToolTip(m_savedHint);
@@ -188,6 +196,15 @@ void TExtCustomTab::HottrackChange(int oldTab, int newTab)
     tabs += ToQRect(GetTabRect(newTab));
     m_hotPaint = true;
     repaint(tabs);
+    // Nothing was painted where the control is not seen.
+    m_hotPaint = false;
+}
+
+void TExtCustomTab::setShowHint(bool show)
+{
+    m_showHint = show;
+    if (!show)
+        cancelHint();
 }
 
 bool TExtCustomTab::showHint(const QHelpEvent &event)
@@ -243,11 +260,18 @@ bool TExtCustomTab::WMHelp(THelpRequest &request)
     const int tab = GetTabNumber(FromQPoint(mapFromGlobal(request.MousePos)));
     if (tab >= 0)
         request.Item = helpItem(tab);
-    const auto *item = request.Item ? request.Item : this;
-    if (item->whatsThis().isEmpty())
+    const auto *item = withHelp(request.Item ? request.Item : this);
+    if (!item)
         return false;
     QWhatsThis::showText(request.MousePos, item->whatsThis(), this);
     return true;
+}
+
+bool TExtCustomTab::hasHelp(QPoint point) const
+{
+    const int tab = GetTabNumber(FromQPoint(point));
+    const QWidget *item = tab >= 0 ? helpItem(tab) : nullptr;
+    return withHelp(item ? item : this);
 }
 
 } // namespace Zelmar01

@@ -2,6 +2,9 @@
 
 namespace Zelmar01 {
 
+/// The greatest size and the greatest number of glyphs that a property holds.
+inline constexpr int GreatestWord = 0xFFFF;
+
 /// Where a glyph is drawn: left of the caption, or above it.
 enum TExtGlyphPosition { glPosLeft, glPosTop };
 

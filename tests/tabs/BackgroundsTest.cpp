@@ -35,12 +35,11 @@ protected:
 
     void watch(TExtCustomTab &control)
     {
-        QObject::connect(
-            &control, &TExtCustomTab::OnDrawBkgndInside, &control,
-            [&](QWidget *, QPainter *painter, int page, const TRect &rect) {
-                m_fired.push_back(
-                    {true, page, ToQRect(rect), painter->clipRegion(), {}, painter->brushOrigin()});
-            });
+        QObject::connect(&control, &TExtCustomTab::OnDrawBkgndInside, &control,
+                         [&](QWidget *, QPainter *painter, int page, const TRect &rect) {
+                             m_fired.push_back({true, page, ToQRect(rect), painter->clipRegion(),
+                                                painter->background().color(), painter->brushOrigin()});
+                         });
         QObject::connect(
             &control, &TExtCustomTab::OnDrawBkgndOutside, &control,
             [&](QWidget *, QPainter *painter, const QRegion &region) {
@@ -145,6 +144,41 @@ TEST_F(Backgrounds, thePageAreaHasTheControlsColourAndTheRestTheParents)
     EXPECT_EQ(inside(), palette.color(QPalette::Base));
     control.setParentColor(true);
     EXPECT_EQ(inside(), QColor(1, 2, 3));
+}
+
+TEST_F(Backgrounds, theControlsColourGoesOnWhereAPictureEnds)
+{
+    auto &control = tabs({u"a"_s});
+    control.setColor(QColor(4, 5, 6));
+    QLabel label(&m_form);
+    label.setPixmap(coordinates(120, 90));
+    QObject::connect(&control, &TExtCustomTab::OnDrawBkgndInside, &control,
+                     [&](QWidget *sender, QPainter *painter, int, const TRect &rect) {
+                         ExtDrawBkgndImage(sender, painter, rect, &label);
+                     });
+    show();
+    EXPECT_EQ(control.grab().toImage().pixelColor(400, 200), QColor(4, 5, 6));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_EQ(control.grab().toImage().pixelColor(400, 200), QColor(4, 5, 6)) << "on the other path";
+}
+
+TEST_F(Backgrounds, tabsWithoutAColourOpenOntoTheirPicture)
+{
+    auto &control = tabs({u"Or"_s});
+    control.setTabActiveColor(clNone);
+    QObject::connect(&control, &TExtCustomTab::OnDrawBkgndOutside, &control,
+                     [](QWidget *, QPainter *painter, const QRegion &region) {
+                         for (const auto &rect : region)
+                             painter->fillRect(rect, QColor(1, 2, 3));
+                     });
+    show();
+    const auto item = control.Strip().DrawnItem(0), frame = control.Strip().PageFrame();
+    const auto picture = control.grab().toImage();
+    EXPECT_EQ(picture.pixelColor((item.Left + item.Right) / 2, frame.Top), QColor(1, 2, 3));
+    EXPECT_NE(picture.pixelColor(item.Right + 9, frame.Top), QColor(1, 2, 3));
 }
 
 TEST_F(Backgrounds, aPictureLooksThroughTheControl)

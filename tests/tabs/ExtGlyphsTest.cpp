@@ -37,7 +37,7 @@ TEST_F(ExtGlyphs, aStripIsCutIntoWholeCells)
     const struct
     {
         int PixmapWidth, Number, CellWidth, Cells;
-    } cases[] = {{64, 3, 21, 3}, {64, 0, 0, 0}, {64, 4, 16, 4}, {3, 5, 0, 0}, {0, 3, 0, 0}};
+    } cases[] = {{64, 3, 21, 3}, {64, 0, 21, 0}, {64, 4, 16, 4}, {3, 5, 0, 0}, {0, 3, 0, 0}};
     for (const auto &[width, number, cellWidth, cells] : cases) {
         m_glyphs.setGlyph(width ? strip(width, 16, 1) : QPixmap());
         m_glyphs.setNumGlyphs(number);
@@ -99,6 +99,27 @@ TEST_F(ExtGlyphs, aStripForAFinerScreenKeepsItsPixels)
     EXPECT_EQ(m_glyphs.ImageList()->Width(), 16);
     EXPECT_EQ(m_glyphs.ImageList()->Image(1).width(), 32);
     EXPECT_EQ(m_glyphs.ImageList()->Image(1).pixelColor(31, 31), QColor(51, 100, 0));
+}
+
+TEST_F(ExtGlyphs, cellsOfHalfAPixelDoNotDriftApart)
+{
+    // Cells of 15 units are 22.5 pixels wide at 1.5.
+    constexpr int count = 8, cell = 15;
+    constexpr double ratio = 1.5;
+    QImage image(qRound(cell * count * ratio), qRound(cell * ratio), QImage::Format_RGB32);
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y)
+            image.setPixelColor(x, y, QColor(50 + int(x / (cell * ratio)), 100, 0));
+    }
+    image.setDevicePixelRatio(ratio);
+    m_glyphs.setGlyph(QPixmap::fromImage(image));
+    m_glyphs.setNumGlyphs(count);
+    ASSERT_EQ(m_glyphs.ImageList()->Count(), count);
+    for (int i = 0; i < count; ++i) {
+        const auto cut = m_glyphs.ImageList()->Image(i);
+        for (const int x : {1, cut.width() - 3})
+            EXPECT_EQ(cut.pixelColor(x, 5), QColor(50 + i, 100, 0)) << i << " at " << x;
+    }
 }
 
 TEST_F(ExtGlyphs, anIndexThatThereIsNotDrawsNothing)

@@ -234,6 +234,84 @@ TEST_F(PageControl, focusFollowsIntoTheNewPage)
     EXPECT_TRUE(outside->hasFocus()) << "which is not on a page";
 }
 
+TEST_F(PageControl, whoRefusesToLeaveAPageStaysThere)
+{
+    auto &control = pages(four);
+    auto *first = new QLineEdit(control.Pages(0));
+    new QLineEdit(control.Pages(1));
+    show();
+    first->setFocus();
+    QObject::connect(qApp, &QApplication::focusChanged, &control, [&](const QWidget *old) {
+        if (old == first)
+            control.SetActivePageIndex(0);
+    });
+    const QSignalSpy told(&control, &TExtCustomTab::OnChange);
+    click(control, 1);
+    EXPECT_EQ(control.ActivePageIndex(), 0);
+    EXPECT_EQ(control.TabIndex(), 0);
+    for (int page = 0; page < 4; ++page)
+        EXPECT_EQ(control.Pages(page)->isVisible(), page == 0) << page;
+    EXPECT_TRUE(first->hasFocus());
+    EXPECT_EQ(told.size(), 1) << "of the way back";
+}
+
+TEST_F(PageControl, aPageMayGoWhileItIsLeft)
+{
+    auto &control = pages(four);
+    auto *edit = new QLineEdit(control.Pages(0));
+    show();
+    edit->setFocus();
+    QObject::connect(
+        qApp, &QApplication::focusChanged, &control, [&] { delete control.Pages(1); },
+        Qt::SingleShotConnection);
+    control.SetActivePageIndex(1);
+    ASSERT_EQ(control.PageCount(), 3);
+    ASSERT_NE(control.ActivePage(), nullptr);
+    EXPECT_EQ(control.ActivePage()->Caption(), four[2]);
+    for (int page = 0; page < 3; ++page)
+        EXPECT_EQ(control.Pages(page)->isVisible(), page == control.ActivePageIndex()) << page;
+}
+
+TEST_F(PageControl, aPageThatIsTakenOutLeavesTheFocusInTheControl)
+{
+    auto &control = pages(four);
+    auto *first = new QLineEdit(control.Pages(0));
+    auto *second = new QLineEdit(control.Pages(1));
+    show();
+    first->setFocus();
+    auto *page = control.Pages(0);
+    control.RemovePage(page);
+    EXPECT_TRUE(second->hasFocus());
+    delete control.Pages(0);
+    EXPECT_TRUE(control.hasFocus());
+    delete page;
+}
+
+TEST_F(PageControl, theFirstPageMayBeHiddenBeforeTheOthersCome)
+{
+    TExtPageControl control(&m_form);
+    (new TTabSheet(&control))->setTabVisible(false);
+    for (int i = 0; i < 2; ++i)
+        new TTabSheet(&control);
+    show();
+    EXPECT_EQ(control.ActivePageIndex(), 1);
+    EXPECT_EQ(control.TabIndex(), 0);
+    control.SetActivePage(nullptr);
+    control.Loaded();
+    EXPECT_EQ(control.TabIndex(), -1) << "nothing is loaded twice";
+}
+
+TEST_F(PageControl, aFormDoesNotReachADisabledPage)
+{
+    TExtPageControl control(&m_form);
+    control.setActivePage(u"stock"_s);
+    for (const auto &name : {u"vente"_s, u"stock"_s})
+        (new TTabSheet(&control))->setObjectName(name);
+    control.Pages(1)->setEnabled(false);
+    show();
+    EXPECT_EQ(control.ActivePageIndex(), 0);
+}
+
 TEST_F(PageControl, aTagChoosesTheGlyph)
 {
     TProbe<TExtPageControl> plain(&m_form);

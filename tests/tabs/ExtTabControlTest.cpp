@@ -38,6 +38,24 @@ TEST_F(TabControl, refusesWhatCannotBeSelected)
     EXPECT_EQ(control.GetTabIndex(), 1);
 }
 
+TEST_F(TabControl, whoIsAskedMayChangeTheTabs)
+{
+    auto &control = tabs(four);
+    show();
+    std::function<void()> change;
+    QObject::connect(&control, &TExtCustomTab::OnChanging, &control, [&] { change(); });
+    const QSignalSpy told(&control, &TExtCustomTab::OnChange);
+    const std::function<void()> changes[] = {[&] { control.DeleteTab(1); },
+                                             [&] { control.SetTab(2, u"Laiton"_s); },
+                                             [&] { control.SetTabEnabled(2, false); }};
+    for (const auto &one : changes) {
+        change = one;
+        control.SetTabIndex(2);
+        EXPECT_EQ(control.GetTabIndex(), 0);
+        EXPECT_EQ(told.size(), 0);
+    }
+}
+
 TEST_F(TabControl, disabledPositionsStayWhereTheyAre)
 {
     auto &control = tabs(four);

@@ -175,6 +175,23 @@ TEST_F(Painting, nothingIsPaintedBetweenBeginAndEnd)
     EXPECT_EQ(control.TakePaints(), 1) << "one end too many is no lock";
 }
 
+TEST_F(Painting, thePictureOfAnInactiveWindowStaysToo)
+{
+    auto &control = notedPages();
+    show();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    control.repaint();
+    const auto before = m_form.grab().toImage();
+    control.repaint();
+    control.BeginUpdate();
+    control.setTabActiveColor(Qt::red);
+    EXPECT_EQ(m_form.grab().toImage(), before);
+    control.EndUpdate();
+}
+
 TEST_F(Painting, aControlThatIsLockedFromTheStartLeavesNoHole)
 {
     auto &control = pages({u"Vente"_s});

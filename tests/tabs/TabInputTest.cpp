@@ -274,6 +274,16 @@ TEST_F(TabInput, helpOnATabIsHelpOnItsPage)
     THelpRequest elsewhere{control.mapToGlobal(QPoint(100, 150))};
     EXPECT_FALSE(control.WMHelp(elsewhere));
     EXPECT_EQ(elsewhere.Item, nullptr);
+
+    const auto offersHelp = [&](int tab) {
+        const auto at = middleOf(control, tab);
+        QHelpEvent event(QEvent::QueryWhatsThis, at, control.mapToGlobal(at));
+        return QApplication::sendEvent(&control, &event) && event.isAccepted();
+    };
+    EXPECT_TRUE(offersHelp(2));
+    EXPECT_FALSE(offersHelp(0));
+    control.setWhatsThis(u"Le magasin"_s);
+    EXPECT_TRUE(offersHelp(0)) << "what helps with the control helps with its pages";
 }
 
 TEST_F(TabInput, arrowsBringTabsIntoSight)
@@ -294,6 +304,8 @@ TEST_F(TabInput, arrowsBringTabsIntoSight)
                       control.mapTo(&m_form, ToQRect(control.Strip().Arrows()).topLeft() + QPoint(6, 10)));
     EXPECT_FALSE(visible(11));
     EXPECT_EQ(control.GetTabIndex(), 11);
+    control.setTabWidth(100);
+    EXPECT_TRUE(visible(11)) << "also after the tabs have grown";
     control.setMultiLine(true);
     EXPECT_TRUE(control.Strip().Arrows().IsEmpty());
 }
