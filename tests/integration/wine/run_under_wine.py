@@ -68,6 +68,17 @@ REGISTRY = r"""WINE REGISTRY Version 2
 """
 
 
+# Its programs may make windows, which nobody sees.
+USER_REGISTRY = r"""WINE REGISTRY Version 2
+;; All keys relative to \\User\\S-1-5-21-0-0-0-1000
+
+#arch=win64
+
+[Software\\Wine\\Drivers] 1
+"Graphics"="null"
+"""
+
+
 class Failure(Exception):
     pass
 
@@ -220,6 +231,7 @@ def windows(runner, wine, wineserver, prefix, ports):
     # Wine gives the names that are not taken here to the serial and parallel ports of the machine itself.
     settings = "".join(f'"{name}"="{file}"\n' for name, file in ports.items())
     (prefix / "system.reg").write_text(REGISTRY + settings)
+    (prefix / "user.reg").write_text(USER_REGISTRY)
     try:
         runner.run(wine, "wineboot", "-i", seconds=90)
         for name, file in ports.items():
@@ -257,7 +269,8 @@ def main():
                        and name not in ("DISPLAY", "LPDEST", "PRINTER")}
         environment["PATH"] += ":/usr/sbin"  # where lpadmin is; an ordinary user's path lacks it
         environment.update(HOME=str(big_folder), WINEDEBUG="-all", WINESERVER=options.wineserver,
-                           WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=", ZELMAR01_TEST_PORTS="own")
+                           WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=", ZELMAR01_TEST_PORTS="own",
+                           ZELMAR01_TEST_JOBS="own")
         runner = Runner(environment, folder / "output")
         ports = {name: folder / name.lower() for name in ("COM1", "COM2", "COM3", "COM4", "LPT1", "LPT2")}
         sink = Sink()

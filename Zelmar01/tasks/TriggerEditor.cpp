@@ -1,0 +1,366 @@
+#include <Zelmar01/tasks/TriggerEditor.h>
+
+#include <Zelmar01/tasks/BitGrid.h>
+#include <Zelmar01/tasks/MinutesField.h>
+#include <Zelmar01/tasks/TaskPageWidget.h>
+#include <Zelmar01/tasks/service/TriggerTimes.h>
+#include <Zelmar01/tasks/service/Triggers.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QSpinBox>
+#include <QStackedWidget>
+#include <QTimeEdit>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace Zelmar01 {
+
+namespace {
+
+constexpr int largestInterval = 9999;
+constexpr std::uint32_t allMonths = 0xFFF;
+constexpr std::uint32_t defaultInterval = 60;
+constexpr std::uint32_t defaultDuration = 24 * 60;
+
+template<class Field>
+Field *named(Field *field, const QString &name, const QString &label)
+{
+    field->setObjectName(name);
+    field->setAccessibleName(label);
+    return field;
+}
+
+QDateEdit *makeDate(const QString &name, const QString &label)
+{
+    auto *date = named(new QDateEdit, name, label);
+    date->setLocale(QLocale(QLocale::French, QLocale::France));
+    date->setDisplayFormat(u"dd/MM/yyyy"_s);
+    date->setCalendarPopup(true);
+    return date;
+}
+
+QSpinBox *makeInterval(const QString &name, const QString &label)
+{
+    auto *number = named(new QSpinBox, name, label);
+    number->setRange(1, largestInterval);
+    return number;
+}
+
+// Label, field, and what stands behind it.
+QWidget *makeRow(const QString &label, QWidget *field, const QString &behind)
+{
+    auto *row = new QWidget;
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins({});
+    auto *caption = new QLabel(label);
+    caption->setBuddy(field);
+    layout->addWidget(caption);
+    layout->addWidget(field);
+    layout->addWidget(new QLabel(behind));
+    layout->addStretch(1);
+    return row;
+}
+
+std::uint16_t word(unsigned value)
+{
+    return static_cast<std::uint16_t>(value);
+}
+
+QDate dateOf(int year, int month, int day)
+{
+    const QDate date(year, month, day);
+    return date.isValid() ? date : QDate::currentDate();
+}
+
+void setFlag(TASK_TRIGGER &trigger, std::uint32_t flag, bool on)
+{
+    trigger.rgFlags = on ? trigger.rgFlags | flag : trigger.rgFlags & ~flag;
+}
+
+} // namespace
+
+TTriggerEditor::TTriggerEditor()
+    : m_kind(named(new QComboBox, u"kind"_s, u"Fréquence"_s)),
+      m_time(named(new QTimeEdit, u"time"_s, u"Heure de début"_s)),
+      m_begin(makeDate(u"begin"_s, u"Premier jour"_s)), m_end(makeDate(u"end"_s, u"Dernier jour"_s)),
+      m_hasEnd(named(new QCheckBox(u"&jusqu'au"_s), u"hasEnd"_s, u"Avec un dernier jour"_s)),
+      m_active(named(new QCheckBox(u"Déclencheur act&if"_s), u"active"_s, u"Déclencheur actif"_s)),
+      m_details(new QStackedWidget)
+{
+    m_active->setWhatsThis(u"Un déclencheur inactif reste dans la liste et ne démarre rien."_s);
+    // In the order of the kinds, which are also the rows of the pages of details.
+    for (const auto &caption :
+         {u"Une seule fois"_s, u"Tous les jours"_s, u"Toutes les semaines"_s, u"Tous les mois, à une date"_s,
+          u"Tous les mois, un jour de la semaine"_s, u"Quand l'ordinateur est inactif"_s,
+          u"Au démarrage du système"_s, u"À l'ouverture de la session"_s})
+        m_kind->addItem(caption);
+    m_event = new QLabel;
+    m_event->setWordWrap(true);
+    m_event->setAlignment(Qt::AlignTop);
+    for (auto *page : {new QWidget, makeDaily(), makeWeekly(), makeMonthlyDate(), makeMonthlyDow(),
+                       static_cast<QWidget *>(m_event)})
+        m_details->addWidget(page);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(makeStart());
+    layout->addWidget(m_details);
+    layout->addWidget(makeRepetition());
+    layout->addWidget(m_active);
+    layout->addStretch(1);
+
+    connect(m_kind, &QComboBox::currentIndexChanged, this, &TTriggerEditor::kindChosen);
+    connect(m_time, &QTimeEdit::timeChanged, this, &TTriggerEditor::fieldChanged);
+    for (auto *date : {m_begin, m_end})
+        connect(date, &QDateEdit::dateChanged, this, &TTriggerEditor::fieldChanged);
+    for (auto *number : {m_days, m_weeks})
+        connect(number, &QSpinBox::valueChanged, this, &TTriggerEditor::fieldChanged);
+    for (auto *grid : {m_weekDays, m_monthDays, m_dateMonths, m_dowDays, m_dowMonths})
+        connect(grid, &TBitGrid::Changed, this, &TTriggerEditor::fieldChanged);
+    for (auto *box : {m_hasEnd, m_active, m_repeat, m_kill})
+        connect(box, &QCheckBox::toggled, this, &TTriggerEditor::fieldChanged);
+    for (auto *minutes : {m_interval, m_duration})
+        connect(minutes, &TMinutesField::Changed, this, &TTriggerEditor::fieldChanged);
+    connect(m_which, &QComboBox::currentIndexChanged, this, &TTriggerEditor::fieldChanged);
+}
+
+QWidget *TTriggerEditor::makeStart()
+{
+    m_time->setDisplayFormat(u"HH:mm"_s);
+    auto *end = new QWidget;
+    auto *endLayout = new QHBoxLayout(end);
+    endLayout->setContentsMargins({});
+    for (auto *widget : std::initializer_list<QWidget *>{m_begin, m_hasEnd, m_end})
+        endLayout->addWidget(widget);
+    endLayout->addStretch(1);
+
+    auto *start = new QWidget;
+    auto *layout = new QFormLayout(start);
+    layout->setContentsMargins({});
+    layout->addRow(u"&Fréquence :"_s, m_kind);
+    layout->addRow(u"À &l'heure :"_s, m_time);
+    layout->addRow(u"À partir &du :"_s, end);
+    qobject_cast<QLabel *>(layout->labelForField(end))->setBuddy(m_begin);
+    return start;
+}
+
+QWidget *TTriggerEditor::makeDaily()
+{
+    m_days = makeInterval(u"days"_s, u"Intervalle en jours"_s);
+    auto *row = makeRow(u"T&ous les"_s, m_days, u"jour(s)"_s);
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    layout->setContentsMargins({});
+    layout->addWidget(row);
+    layout->addStretch(1);
+    return page;
+}
+
+QWidget *TTriggerEditor::makeWeekly()
+{
+    m_weeks = makeInterval(u"weeks"_s, u"Intervalle en semaines"_s);
+    m_weekDays = TBitGrid::DaysOfWeek(u"weekDays"_s);
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    layout->setContentsMargins({});
+    layout->addWidget(makeRow(u"T&outes les"_s, m_weeks, u"semaine(s), le :"_s));
+    layout->addWidget(m_weekDays);
+    layout->addStretch(1);
+    return page;
+}
+
+QWidget *TTriggerEditor::makeMonthlyDate()
+{
+    m_monthDays = TBitGrid::DaysOfMonth(u"monthDays"_s);
+    m_dateMonths = TBitGrid::Months(u"dateMonths"_s);
+    auto *page = new QWidget;
+    auto *layout = new QFormLayout(page);
+    layout->setContentsMargins({});
+    layout->addRow(u"Le (j&ours) :"_s, m_monthDays);
+    layout->addRow(u"&Mois :"_s, m_dateMonths);
+    return page;
+}
+
+QWidget *TTriggerEditor::makeMonthlyDow()
+{
+    m_which = named(new QComboBox, u"which"_s, u"Semaine du mois"_s);
+    for (const auto &caption : {u"premier"_s, u"deuxième"_s, u"troisième"_s, u"quatrième"_s, u"dernier"_s})
+        m_which->addItem(caption);
+    m_dowDays = TBitGrid::DaysOfWeek(u"dowDays"_s);
+    m_dowMonths = TBitGrid::Months(u"dowMonths"_s);
+    auto *page = new QWidget;
+    auto *layout = new QFormLayout(page);
+    layout->setContentsMargins({});
+    layout->addRow(u"L&e :"_s, m_which);
+    layout->addRow(u"J&our :"_s, m_dowDays);
+    layout->addRow(u"&Mois :"_s, m_dowMonths);
+    return page;
+}
+
+QWidget *TTriggerEditor::makeRepetition()
+{
+    m_repeat = named(new QCheckBox(u"Répéter to&utes les"_s), u"repeat"_s, u"Répéter le démarrage"_s);
+    m_interval = new TMinutesField(u"interval"_s, u"Intervalle de répétition"_s);
+    m_duration = new TMinutesField(u"duration"_s, u"Durée de la répétition"_s);
+    m_kill = named(new QCheckBox(u"Arrêter la tâche à la fin de &cette durée"_s), u"kill"_s,
+                   u"Arrêter la tâche à la fin de la répétition"_s);
+    auto *during = new QLabel(u"pend&ant"_s);
+    during->setBuddy(m_duration);
+    auto *repetition = new QWidget;
+    auto *layout = new QVBoxLayout(repetition);
+    layout->setContentsMargins({});
+    auto *row = new QHBoxLayout;
+    for (auto *widget : std::initializer_list<QWidget *>{m_repeat, m_interval, during, m_duration})
+        row->addWidget(widget);
+    row->addStretch(1);
+    layout->addLayout(row);
+    layout->addWidget(m_kill);
+    return repetition;
+}
+
+TASK_TRIGGER_TYPE TTriggerEditor::kind() const
+{
+    return static_cast<TASK_TRIGGER_TYPE>(m_kind->currentIndex());
+}
+
+void TTriggerEditor::SetTrigger(const TASK_TRIGGER &trigger)
+{
+    const QScopedValueRollback showing(m_showing, true);
+    m_base = trigger;
+    m_kind->setCurrentIndex(static_cast<int>(trigger.TriggerType));
+    m_time->setTime(QTime(trigger.wStartHour, trigger.wStartMinute));
+    m_begin->setDate(dateOf(trigger.wBeginYear, trigger.wBeginMonth, trigger.wBeginDay));
+    m_hasEnd->setChecked(trigger.rgFlags & TriggerFlag::HasEndDate);
+    m_end->setDate(m_hasEnd->isChecked() ? dateOf(trigger.wEndYear, trigger.wEndMonth, trigger.wEndDay)
+                                         : m_begin->date().addMonths(1));
+    m_active->setChecked(!(trigger.rgFlags & TriggerFlag::Disabled));
+    m_repeat->setChecked(trigger.MinutesInterval > 0);
+    m_interval->SetMinutes(trigger.MinutesInterval > 0 ? trigger.MinutesInterval : defaultInterval);
+    m_duration->SetMinutes(trigger.MinutesDuration > 0 ? trigger.MinutesDuration : defaultDuration);
+    m_kill->setChecked(trigger.rgFlags & TriggerFlag::KillAtDurationEnd);
+
+    // The fields of the other kinds get what their user most likely means.
+    const auto day = m_begin->date();
+    const auto weekDay = 1U << (day.dayOfWeek() % 7);
+    const bool weekly = kind() == TASK_TIME_TRIGGER_WEEKLY;
+    const bool date = kind() == TASK_TIME_TRIGGER_MONTHLYDATE;
+    const bool dow = kind() == TASK_TIME_TRIGGER_MONTHLYDOW;
+    const auto &type = trigger.Type;
+    m_days->setValue(kind() == TASK_TIME_TRIGGER_DAILY ? type.Daily.DaysInterval : 1);
+    m_weeks->setValue(weekly ? type.Weekly.WeeksInterval : 1);
+    m_weekDays->SetMask(weekly ? type.Weekly.rgfDaysOfTheWeek : weekDay);
+    m_monthDays->SetMask(date ? type.MonthlyDate.rgfDays : 1U << (day.day() - 1));
+    m_dateMonths->SetMask(date ? type.MonthlyDate.rgfMonths : allMonths);
+    m_which->setCurrentIndex(dow ? type.MonthlyDOW.wWhichWeek - 1 : 0);
+    m_dowDays->SetMask(dow ? type.MonthlyDOW.rgfDaysOfTheWeek : weekDay);
+    m_dowMonths->SetMask(dow ? type.MonthlyDOW.rgfMonths : allMonths);
+    enableFields();
+}
+
+TASK_TRIGGER TTriggerEditor::Trigger() const
+{
+    auto trigger = m_base;
+    trigger.TriggerType = kind();
+    trigger.wStartHour = word(static_cast<unsigned>(m_time->time().hour()));
+    trigger.wStartMinute = word(static_cast<unsigned>(m_time->time().minute()));
+    trigger.wBeginYear = word(static_cast<unsigned>(m_begin->date().year()));
+    trigger.wBeginMonth = word(static_cast<unsigned>(m_begin->date().month()));
+    trigger.wBeginDay = word(static_cast<unsigned>(m_begin->date().day()));
+    setFlag(trigger, TriggerFlag::HasEndDate, m_hasEnd->isChecked());
+    if (m_hasEnd->isChecked()) {
+        trigger.wEndYear = word(static_cast<unsigned>(m_end->date().year()));
+        trigger.wEndMonth = word(static_cast<unsigned>(m_end->date().month()));
+        trigger.wEndDay = word(static_cast<unsigned>(m_end->date().day()));
+    }
+    setFlag(trigger, TriggerFlag::Disabled, !m_active->isChecked());
+    const bool repeats = m_repeat->isChecked() && !IsEventTrigger(trigger);
+    trigger.MinutesInterval = repeats ? m_interval->Minutes() : 0;
+    if (repeats || m_kill->isChecked())
+        trigger.MinutesDuration = m_duration->Minutes();
+    else
+        trigger.MinutesDuration = 0;
+    setFlag(trigger, TriggerFlag::KillAtDurationEnd, m_kill->isChecked());
+
+    trigger.Type.Words = {};
+    switch (kind()) {
+    case TASK_TIME_TRIGGER_DAILY:
+        trigger.Type.Daily = {word(static_cast<unsigned>(m_days->value()))};
+        break;
+    case TASK_TIME_TRIGGER_WEEKLY:
+        trigger.Type.Weekly = {word(static_cast<unsigned>(m_weeks->value())), word(m_weekDays->Mask())};
+        break;
+    case TASK_TIME_TRIGGER_MONTHLYDATE:
+        trigger.Type.MonthlyDate.rgfDays = m_monthDays->Mask();
+        trigger.Type.MonthlyDate.rgfMonths = word(m_dateMonths->Mask());
+        break;
+    case TASK_TIME_TRIGGER_MONTHLYDOW:
+        trigger.Type.MonthlyDOW = {word(static_cast<unsigned>(m_which->currentIndex() + 1)),
+                                   word(m_dowDays->Mask()), word(m_dowMonths->Mask())};
+        break;
+    default:
+        break;
+    }
+    return trigger;
+}
+
+void TTriggerEditor::Check() const
+{
+    const auto trigger = Trigger();
+    const auto kindNow = kind();
+    if (m_hasEnd->isChecked() && m_end->date() < m_begin->date())
+        throw ERefusedValue("Le dernier jour ne peut pas précéder le premier.", m_end);
+    if (trigger.MinutesInterval > 0 && trigger.MinutesDuration <= trigger.MinutesInterval)
+        throw ERefusedValue("La répétition doit durer plus longtemps que son intervalle.", m_duration);
+    if (kindNow == TASK_TIME_TRIGGER_WEEKLY && m_weekDays->Mask() == 0)
+        throw ERefusedValue("Choisissez au moins un jour de la semaine.", m_weekDays);
+    if (kindNow == TASK_TIME_TRIGGER_MONTHLYDOW && m_dowDays->Mask() == 0)
+        throw ERefusedValue("Choisissez au moins un jour de la semaine.", m_dowDays);
+    if (kindNow == TASK_TIME_TRIGGER_MONTHLYDATE && m_monthDays->Mask() == 0)
+        throw ERefusedValue("Choisissez au moins un jour du mois.", m_monthDays);
+    for (const auto &[monthly, months] : {std::pair{TASK_TIME_TRIGGER_MONTHLYDATE, m_dateMonths},
+                                          std::pair{TASK_TIME_TRIGGER_MONTHLYDOW, m_dowMonths}})
+        if (kindNow == monthly && months->Mask() == 0)
+            throw ERefusedValue("Choisissez au moins un mois.", months);
+    if (!IsEventTrigger(trigger) && !TTriggerTimes(trigger).CanStart())
+        throw ERefusedValue("Aucun des mois choisis n'a ce jour : la tâche ne démarrerait jamais.",
+                            m_monthDays);
+}
+
+void TTriggerEditor::kindChosen()
+{
+    enableFields();
+    fieldChanged();
+}
+
+void TTriggerEditor::fieldChanged()
+{
+    if (m_showing)
+        return;
+    enableFields();
+    emit Changed();
+}
+
+void TTriggerEditor::enableFields()
+{
+    const bool onEvent = kind() >= TASK_EVENT_TRIGGER_ON_IDLE;
+    m_details->setCurrentIndex(std::min(m_kind->currentIndex(), m_details->count() - 1));
+    m_event->setText(
+        kind() == TASK_EVENT_TRIGGER_AT_SYSTEMSTART
+            ? u"La tâche démarre avec le système et non à une heure."_s
+            : u"Ce système n'annonce pas cet événement : la tâche n'y démarre pas d'elle-même."_s);
+    m_time->setEnabled(!onEvent);
+    m_end->setEnabled(m_hasEnd->isChecked());
+    m_repeat->setEnabled(!onEvent);
+    m_interval->setEnabled(!onEvent && m_repeat->isChecked());
+    m_kill->setEnabled(!onEvent);
+    m_duration->setEnabled(!onEvent && (m_repeat->isChecked() || m_kill->isChecked()));
+}
+
+} // namespace Zelmar01

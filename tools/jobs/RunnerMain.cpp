@@ -1,0 +1,6 @@
+#include <Zelmar01/tasks/service/RunnerProcess.h>
+
+int main(int argc, char **argv)
+{
+    return Zelmar01::RunnerMain(argc, argv);
+}
