@@ -2,6 +2,7 @@
 
 #include <Zelmar01/data/Field.h>
 
+#include <algorithm>
 #include <compare>
 #include <type_traits>
 
@@ -11,6 +12,12 @@ namespace {
 
 template<class Values>
 using TValueOf = typename std::decay_t<Values>::value_type;
+
+template<class Values>
+decltype(auto) at(Values &values, std::size_t row)
+{
+    return values[static_cast<typename std::decay_t<Values>::size_type>(row)];
+}
 
 template<class T>
 int order(const T &a, const T &b)
@@ -24,7 +31,7 @@ TColumn::TColumn(TFieldType type)
 {
     switch (type) {
     case ftString:
-        m_values = std::vector<QString>();
+        m_values = QStringList();
         break;
     case ftInteger:
         m_values = std::vector<qint64>();
@@ -58,7 +65,9 @@ QVariant TColumn::Value(std::size_t row) const
     if (m_nulls[row])
         return {};
     return std::visit(
-        [row](const auto &values) { return QVariant::fromValue<TValueOf<decltype(values)>>(values[row]); },
+        [row](const auto &values) {
+            return QVariant::fromValue<TValueOf<decltype(values)>>(at(values, row));
+        },
         m_values);
 }
 
@@ -70,8 +79,8 @@ void TColumn::Append(const QVariant &value)
 
 QString TColumn::AsText(std::size_t row) const
 {
-    if (const auto *texts = std::get_if<std::vector<QString>>(&m_values))
-        return (*texts)[row]; // a null is kept as an empty one
+    if (Type() == ftString)
+        return Text(row); // a null is kept as an empty one
     if (const auto *numbers = std::get_if<std::vector<qint64>>(&m_values); numbers && !m_nulls[row])
         return QString::number((*numbers)[row]);
     return TextOfValue(Value(row));
@@ -80,11 +89,15 @@ QString TColumn::AsText(std::size_t row) const
 void TColumn::Set(std::size_t row, const QVariant &value)
 {
     m_nulls[row] = !value.isValid();
-    std::visit([&](auto &values) { values[row] = value.value<TValueOf<decltype(values)>>(); }, m_values);
+    std::visit([&](auto &values) { at(values, row) = value.value<TValueOf<decltype(values)>>(); }, m_values);
 }
 
 TColumn TColumn::Taken(const std::vector<std::size_t> &rows) const
 {
+    std::size_t place = 0;
+    const auto isNext = [&](std::size_t row) { return row == place++; };
+    if (rows.size() == Count() && std::all_of(rows.begin(), rows.end(), isNext))
+        return *this;
     TColumn taken(Type());
     taken.m_nulls.reserve(rows.size());
     for (const auto row : rows)
@@ -92,9 +105,9 @@ TColumn TColumn::Taken(const std::vector<std::size_t> &rows) const
     std::visit(
         [&](const auto &values) {
             auto &chosen = std::get<std::decay_t<decltype(values)>>(taken.m_values);
-            chosen.reserve(rows.size());
+            chosen.reserve(static_cast<typename std::decay_t<decltype(values)>::size_type>(rows.size()));
             for (const auto row : rows)
-                chosen.push_back(values[row]);
+                chosen.push_back(at(values, row));
         },
         m_values);
     return taken;
@@ -107,9 +120,9 @@ int TColumn::Compare(std::size_t a, std::size_t b, Qt::CaseSensitivity sensitivi
     return std::visit(
         [=](const auto &values) {
             if constexpr (std::is_same_v<TValueOf<decltype(values)>, QString>)
-                return values[a].compare(values[b], sensitivity);
+                return at(values, a).compare(at(values, b), sensitivity);
             else
-                return order<TValueOf<decltype(values)>>(values[a], values[b]);
+                return order<TValueOf<decltype(values)>>(at(values, a), at(values, b));
         },
         m_values);
 }

@@ -5,8 +5,10 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QStringList>
 #include <QVariant>
 
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -17,6 +19,17 @@ class TColumn
 {
 public:
     explicit TColumn(TFieldType type);
+
+    /// A column of these values, none of them null: a QStringList, or a vector of the C++ type of another
+    /// field type.
+    template<class Values>
+    static TColumn Of(Values values)
+    {
+        TColumn column;
+        column.m_nulls.assign(static_cast<std::size_t>(values.size()), false);
+        column.m_values = std::move(values);
+        return column;
+    }
 
     TFieldType Type() const { return static_cast<TFieldType>(m_values.index()); }
     std::size_t Count() const { return m_nulls.size(); }
@@ -30,14 +43,17 @@ public:
     void Add(T value)
     {
         m_nulls.push_back(false);
-        std::get<std::vector<T>>(m_values).push_back(std::move(value));
+        std::get<TValuesOf<T>>(m_values).push_back(std::move(value));
     }
     void Set(std::size_t row, const QVariant &value);
 
     /// A value as text, in the form that TField describes; empty for null.
     QString AsText(std::size_t row) const;
     /// The text of a row without a copy; for columns of texts only.
-    const QString &Text(std::size_t row) const { return std::get<std::vector<QString>>(m_values)[row]; }
+    const QString &Text(std::size_t row) const
+    {
+        return std::get<QStringList>(m_values)[static_cast<qsizetype>(row)];
+    }
     /// The number of a row; for columns of integers only.
     qint64 Integer(std::size_t row) const { return std::get<std::vector<qint64>>(m_values)[row]; }
 
@@ -48,9 +64,14 @@ public:
     int Compare(std::size_t a, std::size_t b, Qt::CaseSensitivity sensitivity) const;
 
 private:
-    using TValues = std::variant<std::vector<QString>, std::vector<qint64>, std::vector<double>,
-                                 std::vector<TDecimal>, std::vector<bool>, std::vector<QDate>,
-                                 std::vector<QTime>, std::vector<QDateTime>, std::vector<QByteArray>>;
+    // Texts are shared between copies of a column until one of them is changed.
+    template<class T>
+    using TValuesOf = std::conditional_t<std::is_same_v<T, QString>, QStringList, std::vector<T>>;
+    using TValues = std::variant<QStringList, std::vector<qint64>, std::vector<double>, std::vector<TDecimal>,
+                                 std::vector<bool>, std::vector<QDate>, std::vector<QTime>,
+                                 std::vector<QDateTime>, std::vector<QByteArray>>;
+
+    TColumn() = default;
 
     std::vector<bool> m_nulls;
     TValues m_values; // the alternative at the place of the field type

@@ -1,0 +1,200 @@
+#include <Zelmar01/data/binding/FieldLink.h>
+
+#include <Zelmar01/core/ExceptionDisplay.h>
+#include <Zelmar01/core/LeaveWatch.h>
+#include <Zelmar01/data/DataErrors.h>
+
+#include <QApplication>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+
+#include <chrono>
+#include <utility>
+
+namespace Zelmar01 {
+
+namespace {
+
+constexpr std::chrono::milliseconds buttonPoll{10};
+
+} // namespace
+
+TFieldLink::TFieldLink(QWidget *control, std::function<void()> write)
+    : QObject(control), m_write(std::move(write))
+{
+    m_tell.setSingleShot(true);
+    connect(&m_tell, &QTimer::timeout, this, &TFieldLink::tell);
+    connect(new TLeaveWatch(control), &TLeaveWatch::OnLeave, this, &TFieldLink::leave);
+}
+
+void TFieldLink::setDataSource(TDataSource *source)
+{
+    if (m_source == source)
+        return;
+    if (m_source)
+        m_source->disconnect(this);
+    m_source = source;
+    if (source) {
+        connect(source, &TDataSource::DataSetReplaced, this, &TFieldLink::follow);
+        connect(source, &TDataSource::OnStateChange, this, &TFieldLink::OnEditingChange);
+        connect(source, &TDataSource::AutoEditChanged, this, &TFieldLink::OnEditingChange);
+        connect(source, &TDataSource::OnDataChange, this, [this](TDataSource *, const TField *field) {
+            showField(field);
+            if (!field)
+                ShowingExceptions([this] { requireField(); });
+        });
+        connect(source, &TDataSource::OnUpdateData, this,
+                [this](TDataSource *, QString &refusal) { takeUpdate(refusal); });
+        connect(source, &QObject::destroyed, this, &TFieldLink::follow);
+    }
+    m_missingTold = false;
+    follow();
+    requireField();
+}
+
+void TFieldLink::setFieldName(const QString &name)
+{
+    if (m_fieldName == name)
+        return;
+    m_fieldName = name;
+    m_missingTold = false;
+    follow();
+    requireField();
+}
+
+void TFieldLink::setReadOnly(bool readOnly)
+{
+    m_readOnly = readOnly;
+    emit OnEditingChange();
+}
+
+TField *TFieldLink::Field() const
+{
+    const auto *dataSet = DataSet();
+    return dataSet && dataSet->Active() ? dataSet->FindField(m_fieldName) : nullptr;
+}
+
+// Raises for a dataset without the field, once.
+void TFieldLink::requireField()
+{
+    const bool missing = DataSet() && DataSet()->Active() && !m_fieldName.isEmpty() && !Field();
+    if (missing && !std::exchange(m_missingTold, true))
+        DataSet()->FieldByName(m_fieldName);
+    m_missingTold = missing;
+}
+
+bool TFieldLink::CanEdit() const
+{
+    const auto *field = Field();
+    if (m_readOnly || !field || field->ReadOnly())
+        return false;
+    if (m_source->State() != dsBrowse)
+        return true;
+    try {
+        return m_source->AutoEdit() && DataSet()->CanModify();
+    } catch (const std::exception &) {
+        return true; // the attempt will say why the database does not answer
+    }
+}
+
+bool TFieldLink::Edit()
+{
+    if (!CanEdit())
+        return false;
+    const QScopedValueRollback keepShown(m_beginning, true);
+    return m_source->Edit();
+}
+
+bool TFieldLink::Changed()
+{
+    auto showAgain = qScopeGuard([this] { emit OnDataChange(); });
+    if (!Edit())
+        return false;
+    showAgain.dismiss();
+    if (!m_before)
+        m_before = Field()->Value();
+    m_changed = true;
+    return true;
+}
+
+void TFieldLink::UpdateRecord()
+{
+    if (!m_changed)
+        return;
+    auto returnFocus = qScopeGuard([this] {
+        auto *control = static_cast<QWidget *>(parent());
+        control->setFocus(Qt::OtherFocusReason);
+    });
+    m_write();
+    returnFocus.dismiss();
+    m_changed = false;
+    m_written = true;
+    emit OnDataChange();
+}
+
+bool TFieldLink::Restore()
+{
+    if (!m_before)
+        return false;
+    const auto before = *std::exchange(m_before, std::nullopt);
+    m_changed = false;
+    if (std::exchange(m_written, false) && Field() && m_source->State() != dsBrowse)
+        Field()->setValue(before);
+    emit OnDataChange();
+    return true;
+}
+
+void TFieldLink::follow()
+{
+    showField(nullptr);
+    emit OnEditingChange();
+}
+
+// Without a field: the whole record is another.
+void TFieldLink::showField(const TField *changed)
+{
+    if (m_beginning || (changed && changed != Field()))
+        return;
+    m_changed = false;
+    if (!changed) {
+        m_before.reset();
+        m_written = false;
+    }
+    emit OnDataChange();
+}
+
+void TFieldLink::takeUpdate(QString &refusal)
+{
+    if (!refusal.isEmpty())
+        return;
+    try {
+        UpdateRecord();
+    } catch (const std::exception &error) {
+        m_untold = nullptr; // who asked for the post tells it
+        refusal = QString::fromUtf8(error.what());
+    }
+}
+
+void TFieldLink::leave()
+{
+    try {
+        UpdateRecord();
+        m_before.reset();
+        m_written = false;
+    } catch (...) {
+        m_untold = std::current_exception();
+        m_tell.start(0);
+    }
+}
+
+// Not while a button is down: its release may be a click that cancels the record, or posts it and is told.
+void TFieldLink::tell()
+{
+    if (QApplication::mouseButtons() != Qt::NoButton)
+        return m_tell.start(buttonPoll);
+    const auto error = std::exchange(m_untold, nullptr);
+    if (error && m_changed)
+        ShowingExceptions([&] { std::rethrow_exception(error); });
+}
+
+} // namespace Zelmar01
