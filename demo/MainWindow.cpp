@@ -1,5 +1,10 @@
 #include "MainWindow.h"
 
+#include "AppearancePage.h"
+#include "CodesPage.h"
+#include "ListsPage.h"
+#include "TasksPage.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -19,9 +24,10 @@ constexpr QSize startSize(1280, 760);
 
 } // namespace
 
-MainWindow::MainWindow(TillPage::TClock clock, QSettings *settings)
+MainWindow::MainWindow(TillPage::TClock clock, ShopDatabase &database, QSettings *settings)
     : m_settings(settings), m_list(new QListWidget), m_stack(new QStackedWidget),
-      m_till(new TillPage(std::move(clock)))
+      m_till(new TillPage(std::move(clock))), m_codes(new CodesPage(database)),
+      m_tasks(new TasksPage(database))
 {
     setWindowTitle(u"Bijouterie"_s);
     m_list->setObjectName(u"pages"_s);
@@ -46,6 +52,10 @@ MainWindow::MainWindow(TillPage::TClock clock, QSettings *settings)
     setCentralWidget(centre);
 
     addPage(u"Caisse"_s, m_till);
+    addPage(u"Codes statistiques"_s, m_codes);
+    addPage(u"Listes"_s, new ListsPage(database));
+    addPage(u"Tâches planifiées"_s, m_tasks);
+    addPage(u"Apparence"_s, new AppearancePage);
     m_list->setFixedWidth(
         qMax(m_list->fontMetrics().horizontalAdvance(u"Codes statistiques"_s), name->sizeHint().width()) +
         2 * m_list->frameWidth() + 16);
@@ -55,6 +65,7 @@ MainWindow::MainWindow(TillPage::TClock clock, QSettings *settings)
     resize(startSize.boundedTo(screen()->availableSize()));
     if (m_settings) {
         m_till->Restore(*m_settings);
+        m_codes->Restore(*m_settings);
         restoreGeometry(m_settings->value(geometryKey).toByteArray());
     }
 }
@@ -84,6 +95,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     if (m_settings) {
         m_till->Save(*m_settings);
+        m_codes->Save(*m_settings);
         m_settings->setValue(geometryKey, saveGeometry());
     }
     QMainWindow::closeEvent(event);

@@ -9,14 +9,18 @@ class QStackedWidget;
 
 namespace Shop {
 
+class CodesPage;
+class ShopDatabase;
+class TasksPage;
+
 /// The shop: a list of pages, and the page chosen in it.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    /// `settings` keeps the user's choices from one start to the next; null for none. It is not owned and
-    /// must live longer.
-    MainWindow(TillPage::TClock clock, QSettings *settings);
+    /// `settings` keeps the user's choices from one start to the next; null for none. Neither it nor the
+    /// database is owned; both must live longer.
+    MainWindow(TillPage::TClock clock, ShopDatabase &database, QSettings *settings);
 
     TillPage &Till() const { return *m_till; }
 
@@ -34,6 +38,8 @@ private:
     QListWidget *m_list;
     QStackedWidget *m_stack;
     TillPage *m_till;
+    CodesPage *m_codes;
+    TasksPage *m_tasks;
 };
 
 } // namespace Shop

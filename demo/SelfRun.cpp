@@ -1,6 +1,10 @@
 #include "SelfRun.h"
 
+#include "CodesRound.h"
+#include "Hands.h"
 #include "MainWindow.h"
+#include "ShopDatabase.h"
+#include "TasksRound.h"
 
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/core/MessageBoxes.h>
@@ -8,9 +12,9 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
-#include <QKeyEvent>
 #include <QPushButton>
 #include <QSaveFile>
+#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTreeWidget>
 
@@ -23,68 +27,40 @@ namespace {
 
 constexpr QSize windowSize(1280, 760);
 
-class EFailedRun : public Exception
-{
-public:
-    using Exception::Exception;
-};
-
-[[noreturn]] void fail(const QString &why)
-{
-    throw EFailedRun(why.toStdString());
-}
-
-template<class Widget>
-Widget &find(const QWidget &window, const QString &name)
-{
-    auto *widget = window.findChild<Widget *>(name);
-    if (!widget)
-        fail(u"« %1 » manque sur la page"_s.arg(name));
-    return *widget;
-}
-
-void press(QWidget &widget, Qt::Key key)
-{
-    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, key, Qt::NoModifier);
-        QApplication::sendEvent(&widget, &event);
-    }
-}
-
 void choose(const QWidget &window, const QString &box, const QString &text)
 {
-    auto &combo = find<QComboBox>(window, box);
+    auto &combo = Find<QComboBox>(window, box);
     const int index = combo.findText(text);
     if (index < 0)
-        fail(u"« %1 » manque dans « %2 »"_s.arg(text, box));
+        Fail(u"« %1 » manque dans « %2 »"_s.arg(text, box));
     combo.setCurrentIndex(index);
 }
 
 void sell(const MainWindow &window)
 {
-    auto &articles = find<QTreeWidget>(window, u"articles"_s);
+    auto &articles = Find<QTreeWidget>(window, u"articles"_s);
     articles.setFocus();
-    press(articles, Qt::Key_Home);
-    press(articles, Qt::Key_Return);
-    press(articles, Qt::Key_Down);
-    press(articles, Qt::Key_Down);
-    press(articles, Qt::Key_Return);
-    press(articles, Qt::Key_Return);
-    press(articles, Qt::Key_End);
-    find<QPushButton>(window, u"add"_s).click();
+    Press(articles, Qt::Key_Home);
+    Press(articles, Qt::Key_Return);
+    Press(articles, Qt::Key_Down);
+    Press(articles, Qt::Key_Down);
+    Press(articles, Qt::Key_Return);
+    Press(articles, Qt::Key_Return);
+    Press(articles, Qt::Key_End);
+    Find<QPushButton>(window, u"add"_s).click();
     choose(window, u"printer"_s, u"Imprimante virtuelle"_s);
     choose(window, u"type"_s, u"Epson (ticket)"_s);
     choose(window, u"conversion"_s, u"Page de codes DOS"_s);
-    find<QPushButton>(window, u"printAndOpen"_s).click();
+    Find<QPushButton>(window, u"printAndOpen"_s).click();
     if (window.Till().ReceivedBytes().empty())
-        fail(u"l'imprimante virtuelle n'a rien reçu"_s);
+        Fail(u"l'imprimante virtuelle n'a rien reçu"_s);
 }
 
 void write(const QDir &folder, const QString &name, const QByteArray &bytes)
 {
     QSaveFile file(folder.filePath(name));
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        fail(file.fileName() + " : " + file.errorString());
+        Fail(file.fileName() + " : " + file.errorString());
     QTextStream(stdout) << "  " << name << '\n';
 }
 
@@ -111,7 +87,7 @@ void takePictures(MainWindow &window, const QDir &folder, const QString &shade)
         QApplication::processEvents();
         const auto name = page->objectName() + u'-' + shade + u".png"_s;
         if (!window.grab().save(folder.filePath(name)))
-            fail(folder.filePath(name) + u" ne peut pas être écrit"_s);
+            Fail(folder.filePath(name) + u" ne peut pas être écrit"_s);
         QTextStream(stdout) << "  " << name << '\n';
     }
 }
@@ -120,17 +96,21 @@ void run(const QString &folderName)
 {
     const QDir folder(folderName);
     if (!folder.mkpath(u"."_s))
-        fail(u"le dossier %1 ne peut pas être créé"_s.arg(folderName));
+        Fail(u"le dossier %1 ne peut pas être créé"_s.arg(folderName));
     QTextStream(stdout) << folder.absolutePath() << " :\n";
 
     // A sale that is the same every day can be compared.
-    MainWindow window([] { return QDateTime(QDate(2024, 3, 14), QTime(10, 30)); }, nullptr);
+    const QTemporaryDir shop;
+    ShopDatabase database(shop.filePath(u"bijouterie.db"_s));
+    MainWindow window([] { return QDateTime(QDate(2024, 3, 14), QTime(10, 30)); }, database, nullptr);
     window.resize(windowSize);
     window.show();
     sell(window);
     const auto &received = window.Till().ReceivedBytes();
     write(folder, u"ticket.bin"_s, QByteArray::fromStdString(received));
     write(folder, u"ticket.txt"_s, window.Till().SentText().toUtf8());
+    write(folder, u"codes.txt"_s, GoRoundCodes(window, database).toUtf8());
+    write(folder, u"taches.txt"_s, GoRoundTasks(window).toUtf8());
 
     takePictures(window, folder, u"light"_s);
     const auto light = QApplication::palette();

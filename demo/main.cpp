@@ -1,11 +1,13 @@
 #include "MainWindow.h"
 #include "SelfRun.h"
+#include "ShopDatabase.h"
 
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/core/WidgetBoxes.h>
 
 #include <QApplication>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QStyleFactory>
 #include <QTextStream>
 
@@ -22,7 +24,9 @@ int openShop()
     QSettings settings;
     int result = 1;
     ShowingExceptions([&] {
-        Shop::MainWindow window(&QDateTime::currentDateTime, &settings);
+        Shop::ShopDatabase database(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+                                    u"/bijouterie.db"_s);
+        Shop::MainWindow window(&QDateTime::currentDateTime, database, &settings);
         window.show();
         result = QApplication::exec();
     });
@@ -46,7 +50,8 @@ int main(int argc, char **argv)
     const bool isHelp = arguments.size() == 2 && arguments[1] == "--help"_L1;
     QTextStream(isHelp ? stdout : stderr)
         << u"Utilisation : zelmar01-demo [--run DOSSIER]\n"
-           "Sans option, ouvre la bijouterie. Avec --run, fait seule une vente entière et écrit dans le\n"
-           "dossier les octets du ticket, son texte et une image de chaque page.\n"_s;
+           "Sans option, ouvre la bijouterie. Avec --run, fait seule une vente entière et un tour de\n"
+           "l'arrière-boutique, et écrit dans le dossier les octets du ticket, son texte et une image de\n"
+           "chaque page.\n"_s;
     return isHelp ? 0 : wrongUsage;
 }
