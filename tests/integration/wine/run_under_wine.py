@@ -91,7 +91,7 @@ class Runner:
         self.log = log
         self.end = time.monotonic() + OVERALL_SECONDS
 
-    def run(self, *command, seconds, show=False, codes=(0,)):
+    def run(self, *command, seconds, codes=(0,)):
         # Output goes through a file: a server that a command leaves behind would keep a pipe open.
         with open(self.log, "w+b") as output:
             process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=output,
@@ -106,7 +106,7 @@ class Runner:
                     raise
             output.seek(0)
             text = output.read().decode(errors="replace")
-        if show or code not in codes:
+        if code not in codes:
             print(text, flush=True)
         if code not in codes:
             what = "takes too long" if code is None else f"ends with {code}"
@@ -266,7 +266,7 @@ def main():
         big_folder = stack.enter_context(temporary_folder(options.folder))
         environment = {name: value for name, value in os.environ.items()
                        if not name.startswith(("WINE", "CUPS_", "ZELMAR01_"))
-                       and name not in ("DISPLAY", "LPDEST", "PRINTER")}
+                       and name not in ("DISPLAY", "LPDEST", "PRINTER", "TZ")}  # Windows has another form of TZ
         environment["PATH"] += ":/usr/sbin"  # where lpadmin is; an ordinary user's path lacks it
         environment.update(HOME=str(big_folder), WINEDEBUG="-all", WINESERVER=options.wineserver,
                            WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=", ZELMAR01_TEST_PORTS="own",
@@ -280,7 +280,8 @@ def main():
         good = True
         for program in options.programs:
             try:
-                runner.run(options.wine, program, seconds=60, show=True)
+                runner.run(options.wine, program, "--gtest_brief=1", seconds=60)
+                check(pathlib.Path(program).stem, True)
             except Failure as failure:
                 good = check(failure, False)
 
