@@ -1,9 +1,9 @@
 #include "Bench.h"
 
-#include <Zelmar01/tasks/service/JobFile.h>
-#include <Zelmar01/tasks/service/JobFolder.h>
-#include <Zelmar01/tasks/service/JobStore.h>
 #include <Zelmar01/tasks/service/TaskAllocator.h>
+#include <Zelmar01/tasks/service/store/JobFile.h>
+#include <Zelmar01/tasks/service/store/JobFolder.h>
+#include <Zelmar01/tasks/service/store/JobStore.h>
 
 #include <cstdlib>
 #include <filesystem>

@@ -6,8 +6,8 @@
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/core/MessageBoxes.h>
 #include <Zelmar01/tasks/UseTaskSheets.h>
-#include <Zelmar01/tasks/service/JobControl.h>
-#include <Zelmar01/tasks/service/Tick.h>
+#include <Zelmar01/tasks/service/store/JobControl.h>
+#include <Zelmar01/tasks/service/store/Tick.h>
 
 #include <QDateTime>
 #include <QDir>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Zelmar01/tasks/saDialogs.h>
-#include <Zelmar01/tasks/service/JobStore.h>
+#include <Zelmar01/tasks/service/store/JobStore.h>
 
 #include <QTimer>
 #include <QWidget>

@@ -3,7 +3,7 @@
 #ifdef _WIN32
 #include <Zelmar01/tasks/service/WindowsTaskService.h>
 #else
-#include <Zelmar01/tasks/service/JobStore.h>
+#include <Zelmar01/tasks/service/store/JobStore.h>
 #endif
 
 namespace Zelmar01 {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Zelmar01/tasks/TaskSettings.h>
-#include <Zelmar01/tasks/service/JobPage.h>
+#include <Zelmar01/tasks/service/store/JobPage.h>
 
 #include <QDialog>
 

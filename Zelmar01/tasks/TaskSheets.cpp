@@ -25,7 +25,7 @@ std::intptr_t ShowTaskSheet(std::shared_ptr<ITaskService> service, const TProper
 {
     if (currentSheet())
         return currentSheet()(*service, sheet);
-    const auto result = service->PropertySheet(sheet);
+    const auto result = service->ShowSheet(sheet);
     if (result < 0)
         throw EInvalidOperation("Le dialogue des propriétés d'une tâche n'est pas lié à cette application");
     return result;

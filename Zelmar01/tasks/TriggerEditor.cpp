@@ -25,7 +25,6 @@ namespace Zelmar01 {
 namespace {
 
 constexpr int largestInterval = 9999;
-constexpr std::uint32_t allMonths = 0xFFF;
 constexpr std::uint32_t defaultInterval = 60;
 constexpr std::uint32_t defaultDuration = 24 * 60;
 
@@ -257,10 +256,10 @@ void TTriggerEditor::SetTrigger(const TASK_TRIGGER &trigger)
     m_weeks->setValue(weekly ? type.Weekly.WeeksInterval : 1);
     m_weekDays->SetMask(weekly ? type.Weekly.rgfDaysOfTheWeek : weekDay);
     m_monthDays->SetMask(date ? type.MonthlyDate.rgfDays : 1U << (day.day() - 1));
-    m_dateMonths->SetMask(date ? type.MonthlyDate.rgfMonths : allMonths);
+    m_dateMonths->SetMask(date ? type.MonthlyDate.rgfMonths : TriggerMask::AllMonths);
     m_which->setCurrentIndex(dow ? type.MonthlyDOW.wWhichWeek - 1 : 0);
     m_dowDays->SetMask(dow ? type.MonthlyDOW.rgfDaysOfTheWeek : weekDay);
-    m_dowMonths->SetMask(dow ? type.MonthlyDOW.rgfMonths : allMonths);
+    m_dowMonths->SetMask(dow ? type.MonthlyDOW.rgfMonths : TriggerMask::AllMonths);
     enableFields();
 }
 

@@ -74,12 +74,12 @@ std::intptr_t showSheet(ITaskService &service, const TPropertySheet &sheet)
             before->activateWindow();
     });
     if (!isNative(sheet))
-        return service.PropertySheet(sheet);
+        return service.ShowSheet(sheet);
     auto withParent = sheet;
     if (const auto *const parent = parentOf(sheet); parent && !sheet.Parent)
         withParent.Parent = parent->winId();
     const TModalTime modal;
-    return service.PropertySheet(withParent);
+    return service.ShowSheet(withParent);
 }
 
 } // namespace

@@ -3,11 +3,11 @@
 
 #include "Fuzz.h"
 
-#include <Zelmar01/tasks/service/CommandLine.h>
-#include <Zelmar01/tasks/service/JobFile.h>
 #include <Zelmar01/tasks/service/RunTimes.h>
 #include <Zelmar01/tasks/service/TriggerText.h>
 #include <Zelmar01/tasks/service/Triggers.h>
+#include <Zelmar01/tasks/service/store/CommandLine.h>
+#include <Zelmar01/tasks/service/store/JobFile.h>
 
 #include <algorithm>
 #include <cstdlib>

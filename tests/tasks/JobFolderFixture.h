@@ -2,7 +2,7 @@
 
 #include "Tasks.h"
 
-#include <Zelmar01/tasks/service/JobStore.h>
+#include <Zelmar01/tasks/service/store/JobStore.h>
 
 #include <support/TempFolder.h>
 

@@ -331,9 +331,9 @@ TTaskResult RecordingTaskService::CreateScheduler(std::shared_ptr<ITaskScheduler
     return result;
 }
 
-std::intptr_t RecordingTaskService::PropertySheet(const TPropertySheet &sheet)
+std::intptr_t RecordingTaskService::ShowSheet(const TPropertySheet &sheet)
 {
-    call("PropertySheet");
+    call("ShowSheet");
     Sheet = sheet;
     return WhileSheetIsOpen();
 }

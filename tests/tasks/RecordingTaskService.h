@@ -39,6 +39,6 @@ public:
     Zelmar01::TServiceStart StartScheduler() override;
     TTaskResult CreateScheduler(std::shared_ptr<Zelmar01::ITaskScheduler> &scheduler) override;
     Zelmar01::ITaskAllocator &Allocator() override { return Blocks; }
-    std::intptr_t PropertySheet(const Zelmar01::TPropertySheet &sheet) override;
+    std::intptr_t ShowSheet(const Zelmar01::TPropertySheet &sheet) override;
     std::string DescribeResult(TTaskResult result) override;
 };

@@ -2,7 +2,7 @@
 
 #include <Zelmar01/tasks/TaskSheets.h>
 #include <Zelmar01/tasks/UseTaskSheets.h>
-#include <Zelmar01/tasks/service/JobPage.h>
+#include <Zelmar01/tasks/service/store/JobPage.h>
 
 #include <QApplication>
 #include <QCheckBox>

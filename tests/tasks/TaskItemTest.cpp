@@ -359,7 +359,7 @@ TEST_F(RecordedTasks, aSheetShowsThePagesThatThereAre)
 
     item.DisplayTaskPages(4711, TPageTypes(ptSettings) | ptTask, u"Export de nuit"_s);
     EXPECT_EQ(m_service->TakeCalls(), (TCalls{"QueryInterface IProvideTaskPage", "GetPage 0 persist",
-                                              "GetPage 2 persist", "PropertySheet", "GetTriggerCount"}));
+                                              "GetPage 2 persist", "ShowSheet", "GetTriggerCount"}));
     EXPECT_EQ(m_service->Sheet.Flags, SheetFlag::HasHelp);
     EXPECT_EQ(m_service->Sheet.Parent, 4711U);
     EXPECT_EQ(m_service->Sheet.Caption, u"Export de nuit");
@@ -401,7 +401,7 @@ TEST_F(RecordedTasks, theDialogAsksForItsJobItsPagesAndItsFlags)
     EXPECT_TRUE(dialog.Execute());
     EXPECT_EQ(m_service->TakeCalls(), (TCalls{"Activate Export.job", "Activate Export.job", "GetTriggerCount",
                                               "QueryInterface IProvideTaskPage", "GetPage 1 persist",
-                                              "GetPage 2 persist", "PropertySheet", "GetTriggerCount"}));
+                                              "GetPage 2 persist", "ShowSheet", "GetTriggerCount"}));
     for (const auto &shown : cases) {
         dialog.setCaption(QString::fromUtf8(shown.Caption));
         dialog.setOptions(shown.Options);

@@ -1,4 +1,4 @@
-#include <Zelmar01/tasks/service/CommandLine.h>
+#include <Zelmar01/tasks/service/store/CommandLine.h>
 
 #include <support/TempFolder.h>
 
@@ -196,6 +196,8 @@ TEST_F(JobsTool, GoesThroughTheLifeOfAJob)
     EXPECT_EQ(all[0].toObject()["error"_L1].toString(), u"SCHED_E_UNKNOWN_OBJECT_VERSION"_s);
     EXPECT_EQ(all[1].toObject()["name"_L1].toString(), u"Été"_s);
     EXPECT_EQ(run(u"show damaged").Exit, 1);
+    std::ofstream(m_folder / "jobs/caf\xE9.job") << "not UTF-8";
+    EXPECT_TRUE(run(u"list").Output.contains(u"caf\xFFFD\n  état : "_s)) << run(u"list").Output.toStdString();
     EXPECT_EQ(content("jobs/damaged.job"), u"damaged"_s);
     expectDone(u"delete Été");
     EXPECT_EQ(run(u"show Été").Exit, 1);

@@ -2,8 +2,8 @@
 
 #include "Options.h"
 
-#include <Zelmar01/tasks/service/JobFolder.h>
 #include <Zelmar01/tasks/service/TaskAllocator.h>
+#include <Zelmar01/tasks/service/store/JobFolder.h>
 
 #include <QDateTime>
 #include <QJsonArray>
@@ -27,11 +27,6 @@ QJsonValue orNull(const QString &text)
     return text.isEmpty() ? QJsonValue() : QJsonValue(text);
 }
 
-QString nameOf(std::u16string_view file)
-{
-    return QString::fromStdU16String(std::u16string(JobTitle(file)));
-}
-
 } // namespace
 
 void Require(ITaskService &service, TTaskResult result, const QString &subject)
@@ -41,6 +36,11 @@ void Require(ITaskService &service, TTaskResult result, const QString &subject)
                        .arg(subject, QString::fromStdString(service.DescribeResult(result)),
                             QString::fromStdString(ResultName(result)))
                        .toStdString());
+}
+
+QString TitleOf(std::u16string_view file)
+{
+    return QString::fromStdU16String(std::u16string(JobTitle(file)));
 }
 
 QString IsoTime(const SYSTEMTIME &time)
@@ -61,7 +61,7 @@ QString IsoInstant(std::int64_t seconds)
 }
 
 TJobView::TJobView(ITaskService &service, ITaskScheduler &scheduler, const QString &name)
-    : Name(nameOf(name.toStdU16String())), m_service(service)
+    : Name(TitleOf(name.toStdU16String())), m_service(service)
 {
     std::shared_ptr<ITaskObject> object;
     Problem = scheduler.Activate(name.toStdU16String().c_str(), ITask::Iid, object);
@@ -75,7 +75,7 @@ void TJobView::read(ITaskService &service, ITask &task)
     if (Succeeded(QueryInterface(task, file)))
         File = textOf(service, *file, &IPersistFile::GetCurFile);
     if (!File.isEmpty())
-        Name = nameOf(File.section(u'/', -1).toStdU16String());
+        Name = TitleOf(File.section(u'/', -1).toStdU16String());
     Program = textOf(service, task, &ITask::GetApplicationName);
     Parameters = textOf(service, task, &ITask::GetParameters);
     Directory = textOf(service, task, &ITask::GetWorkingDirectory);

@@ -21,6 +21,9 @@ public:
 /// Raises EJob for a failure.
 void Require(ITaskService &service, TTaskResult result, const QString &subject);
 
+/// A job's name without its ".job".
+QString TitleOf(std::u16string_view file);
+
 /// A local time as "2027-01-31T04:30:00"; empty for never.
 QString IsoTime(const SYSTEMTIME &time);
 

@@ -4,8 +4,8 @@
 #include "TickCommands.h"
 #include "TickEngine.h"
 
-#include <Zelmar01/tasks/service/JobRun.h>
-#include <Zelmar01/tasks/service/JobStore.h>
+#include <Zelmar01/tasks/service/store/JobStore.h>
+#include <Zelmar01/tasks/service/store/RunFiles.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -124,7 +124,7 @@ private:
         Require(m_store, job.Problem, m_options.Name);
         const TJobFolder folder(m_store.Folder());
         const auto output = QString::fromStdString(
-            TJobRun(folder, job.File.section(u'/', -1).toStdU16String()).OutputFile().string());
+            TRunFiles(folder, job.File.section(u'/', -1).toStdU16String()).OutputFile().string());
         auto json = job.Everything();
         json.insert(u"output"_s, output);
         if (m_options.Json)

@@ -2,7 +2,7 @@
 
 #include "TriggerNotation.h"
 
-#include <Zelmar01/tasks/service/CommandLine.h>
+#include <Zelmar01/tasks/service/store/CommandLine.h>
 
 #include <QCommandLineParser>
 #include <QDir>

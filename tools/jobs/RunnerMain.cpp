@@ -1,4 +1,4 @@
-#include <Zelmar01/tasks/service/RunnerProcess.h>
+#include <Zelmar01/tasks/service/store/RunnerProcess.h>
 
 int main(int argc, char **argv)
 {

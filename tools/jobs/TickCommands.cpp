@@ -3,7 +3,7 @@
 #include "JobView.h"
 #include "TickEngine.h"
 
-#include <Zelmar01/tasks/service/Tick.h>
+#include <Zelmar01/tasks/service/store/Tick.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -20,11 +20,6 @@ std::filesystem::path folderOf(const TJobsToolOptions &options)
 {
     return options.Folder.isEmpty() ? DefaultJobFolder()
                                     : std::filesystem::path(options.Folder.toStdString());
-}
-
-QString titleOf(const std::u16string &file)
-{
-    return QString::fromStdU16String(std::u16string(JobTitle(file)));
 }
 
 QString resultText(std::int64_t result)
@@ -70,7 +65,7 @@ QString words(const TJobEvent &event)
 
 QString lineOf(const TJobEvent &event)
 {
-    auto line = u"%1  %2 : %3"_s.arg(IsoInstant(event.At), titleOf(event.File), words(event));
+    auto line = u"%1  %2 : %3"_s.arg(IsoInstant(event.At), TitleOf(event.File), words(event));
     if (event.Start && *event.Start != event.At)
         line += u" (prévue à %1)"_s.arg(IsoInstant(*event.Start));
     return line;
@@ -80,7 +75,7 @@ QJsonObject jsonOf(const TJobEvent &event)
 {
     return {{u"at"_s, IsoInstant(event.At)},
             {u"event"_s, QString::fromLatin1(EventName(event.Kind))},
-            {u"name"_s, titleOf(event.File)},
+            {u"name"_s, TitleOf(event.File)},
             {u"value"_s, qint64(event.Value)},
             {u"start"_s, event.Start ? QJsonValue(IsoInstant(*event.Start)) : QJsonValue()},
             {u"problem"_s, event.IsProblem()}};
@@ -131,7 +126,7 @@ TExit RunStatusCommand(const TJobsToolOptions &options, QTextStream &out, QTextS
     if (options.Json) {
         QJsonArray unusable;
         for (const auto &[file, result] : state.Unusable)
-            unusable << QJsonObject{{u"name"_s, titleOf(file)},
+            unusable << QJsonObject{{u"name"_s, TitleOf(file)},
                                     {u"error"_s, QString::fromStdString(ResultName(result))}};
         out << QJsonDocument(QJsonObject{{u"folder"_s, QString::fromStdString(folder.Path().string())},
                                          {u"ticksArrive"_s, arrive},
@@ -154,7 +149,7 @@ TExit RunStatusCommand(const TJobsToolOptions &options, QTextStream &out, QTextS
         out << u", démarrages : "_s << state.Started;
     out << '\n';
     for (const auto &[file, result] : state.Unusable)
-        out << u"Inutilisable : "_s << titleOf(file) << u", "_s << resultText(result) << '\n';
+        out << u"Inutilisable : "_s << TitleOf(file) << u", "_s << resultText(result) << '\n';
     if (!events.empty())
         out << u"Derniers événements :\n"_s;
     for (const auto &event : events)

@@ -2,7 +2,7 @@
 
 #include "JobView.h"
 
-#include <Zelmar01/tasks/service/JobFolder.h>
+#include <Zelmar01/tasks/service/store/JobFolder.h>
 
 #include <QCoreApplication>
 #include <QDir>

@@ -179,7 +179,7 @@ private:
     const QString m_text;
     QString m_kind;
     TASK_TRIGGER m_trigger;
-    std::uint16_t m_every = 1, m_week = 0, m_months = 0xFFF;
+    std::uint16_t m_every = 1, m_week = 0, m_months = TriggerMask::AllMonths;
     QStringList m_days;
 };
 

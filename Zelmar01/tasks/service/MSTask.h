@@ -101,6 +101,13 @@ inline constexpr std::uint32_t KillAtDurationEnd = 0x2;
 inline constexpr std::uint32_t Disabled = 0x4;
 } // namespace TriggerFlag
 
+/// The bits of a trigger's masks that stand for a day or a month.
+namespace TriggerMask {
+inline constexpr std::uint32_t AllWeekdays = 0x7F;        ///< bit 0 is Sunday
+inline constexpr std::uint32_t AllMonthDays = 0x7FFFFFFF; ///< bit 0 is the 1st
+inline constexpr std::uint32_t AllMonths = 0xFFF;         ///< bit 0 is January
+} // namespace TriggerMask
+
 /// The bits of a job's flags, TASK_FLAG_... of the service. GetFlags and SetFlags see PublicMask; the bits
 /// above it are the service's own and stay as they are in the file.
 namespace TaskFlag {

@@ -181,7 +181,7 @@ public:
     virtual TTaskResult GetCurFile(char16_t *&file) = 0;
 };
 
-/// A page of a job's property sheet, for ITaskService::PropertySheet alone: it is opaque to all but the
+/// A page of a job's property sheet, for ITaskService::ShowSheet alone: it is opaque to all but the
 /// service that made it.
 class ITaskPage
 {

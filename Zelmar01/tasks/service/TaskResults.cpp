@@ -78,6 +78,7 @@ const TResultWords resultWords[] = {
     {TaskResult::FileExists, "ERROR_FILE_EXISTS", "Le fichier existe déjà."},
     {TaskResult::InvalidArgument, "E_INVALIDARG", "Une valeur n'est pas permise."},
     {TaskResult::DiskFull, "ERROR_DISK_FULL", "Le disque est plein."},
+    {TaskResult::InvalidName, "ERROR_INVALID_NAME", "Le nom du fichier n'est pas permis."},
 };
 
 const TResultWords *wordsOf(TTaskResult result)

@@ -91,6 +91,7 @@ inline constexpr TTaskResult BadNetPath = ResultFromSystemError(53);      // ERR
 inline constexpr TTaskResult FileExists = ResultFromSystemError(80);      // ERROR_FILE_EXISTS
 inline constexpr TTaskResult InvalidArgument = ResultFromSystemError(87); // E_INVALIDARG
 inline constexpr TTaskResult DiskFull = ResultFromSystemError(112);       // ERROR_DISK_FULL
+inline constexpr TTaskResult InvalidName = ResultFromSystemError(123);    // ERROR_INVALID_NAME
 } // namespace TaskResult
 
 /// The service's name of a result code, such as "SCHED_E_TRIGGER_NOT_FOUND"; for any other "0x80012345".

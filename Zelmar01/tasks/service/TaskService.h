@@ -62,7 +62,7 @@ public:
 
     /// Shows a sheet of pages that this service made, until it is closed. Above 0 when it was closed with OK,
     /// 0 when it was cancelled, below 0 when it could not be shown.
-    virtual std::intptr_t PropertySheet(const TPropertySheet &sheet) = 0;
+    virtual std::intptr_t ShowSheet(const TPropertySheet &sheet) = 0;
 
     /// What a result of this service says to a person, in UTF-8: the system's own words, or those of
     /// ResultText. Never empty.

@@ -12,8 +12,6 @@ namespace Zelmar01 {
 
 namespace {
 
-constexpr std::uint32_t allMonths = 0xFFF;
-
 const std::array<const char16_t *, 7> weekdayNames{u"dim", u"lun", u"mar", u"mer", u"jeu", u"ven", u"sam"};
 const std::array<const char16_t *, 12> monthNames{u"janv", u"févr", u"mars", u"avr", u"mai", u"juin",
                                                   u"juil", u"août", u"sept", u"oct", u"nov", u"déc"};
@@ -60,7 +58,7 @@ std::u16string weekdays(std::uint32_t bits)
 
 std::u16string ofMonths(std::uint32_t bits)
 {
-    if ((bits & allMonths) == allMonths)
+    if ((bits & TriggerMask::AllMonths) == TriggerMask::AllMonths)
         return u"de chaque mois";
     const auto names = listed(bits, 12, [](unsigned i) { return monthNames[i]; });
     return (names.starts_with(u'a') || names.starts_with(u'o') ? u"d'" : u"de ") + names;
@@ -150,15 +148,15 @@ std::u16string neverWords(const TASK_TRIGGER &trigger)
         break;
     case TASK_TIME_TRIGGER_WEEKLY:
         interval = type.Weekly.WeeksInterval != 0;
-        day = (type.Weekly.rgfDaysOfTheWeek & 0x7F) != 0;
+        day = (type.Weekly.rgfDaysOfTheWeek & TriggerMask::AllWeekdays) != 0;
         break;
     case TASK_TIME_TRIGGER_MONTHLYDATE:
-        day = (type.MonthlyDate.rgfDays & 0x7FFFFFFF) != 0;
-        month = (type.MonthlyDate.rgfMonths & allMonths) != 0;
+        day = (type.MonthlyDate.rgfDays & TriggerMask::AllMonthDays) != 0;
+        month = (type.MonthlyDate.rgfMonths & TriggerMask::AllMonths) != 0;
         break;
     case TASK_TIME_TRIGGER_MONTHLYDOW:
-        day = (type.MonthlyDOW.rgfDaysOfTheWeek & 0x7F) != 0;
-        month = (type.MonthlyDOW.rgfMonths & allMonths) != 0;
+        day = (type.MonthlyDOW.rgfDaysOfTheWeek & TriggerMask::AllWeekdays) != 0;
+        month = (type.MonthlyDOW.rgfMonths & TriggerMask::AllMonths) != 0;
         if (type.MonthlyDOW.wWhichWeek < 1 || type.MonthlyDOW.wWhichWeek > weekNames.size())
             return u"Jamais : la semaine du mois n'existe pas";
         break;

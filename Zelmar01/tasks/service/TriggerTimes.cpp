@@ -8,9 +8,6 @@ namespace Zelmar01 {
 
 namespace {
 
-constexpr std::uint32_t allWeekdays = 0x7F;
-constexpr std::uint32_t allMonths = 0xFFF;
-constexpr std::uint32_t allMonthDays = 0x7FFFFFFF;
 constexpr unsigned lastWeek = 5;
 constexpr TSeconds longestRepetition = 366 * SecondsADay;
 
@@ -82,12 +79,12 @@ void TTriggerTimes::setKind(const TASK_TRIGGER &trigger)
         break;
     case TASK_TIME_TRIGGER_WEEKLY:
         m_every = type.Weekly.WeeksInterval;
-        m_days = type.Weekly.rgfDaysOfTheWeek & allWeekdays;
+        m_days = type.Weekly.rgfDaysOfTheWeek & TriggerMask::AllWeekdays;
         m_kind = m_every > 0 && m_days != 0 ? Weekly : Never;
         break;
     case TASK_TIME_TRIGGER_MONTHLYDATE:
-        m_days = type.MonthlyDate.rgfDays & allMonthDays;
-        m_months = type.MonthlyDate.rgfMonths & allMonths;
+        m_days = type.MonthlyDate.rgfDays & TriggerMask::AllMonthDays;
+        m_months = type.MonthlyDate.rgfMonths & TriggerMask::AllMonths;
         // Some chosen month must have a chosen day in a leap year, such as 2000.
         for (auto months = m_months; months != 0; months &= months - 1) {
             const auto length = DaysInMonth(2000, static_cast<unsigned>(std::countr_zero(months)) + 1);
@@ -97,8 +94,8 @@ void TTriggerTimes::setKind(const TASK_TRIGGER &trigger)
         break;
     case TASK_TIME_TRIGGER_MONTHLYDOW:
         m_week = type.MonthlyDOW.wWhichWeek;
-        m_days = type.MonthlyDOW.rgfDaysOfTheWeek & allWeekdays;
-        m_months = type.MonthlyDOW.rgfMonths & allMonths;
+        m_days = type.MonthlyDOW.rgfDaysOfTheWeek & TriggerMask::AllWeekdays;
+        m_months = type.MonthlyDOW.rgfMonths & TriggerMask::AllMonths;
         m_kind = m_week >= 1 && m_week <= lastWeek && m_days != 0 && m_months != 0 ? Monthly : Never;
         break;
     default:
@@ -126,7 +123,7 @@ std::uint32_t TTriggerTimes::daysOfMonth(TDay first, unsigned length) const
         return m_days & ((1U << length) - 1);
     const auto firstDay = m_week == lastWeek ? length - 7 : (m_week - 1) * 7;
     const auto weekday = WeekdayOf(first + static_cast<TDay>(firstDay));
-    return (((m_days | m_days << 7) >> weekday) & allWeekdays) << firstDay;
+    return (((m_days | m_days << 7) >> weekday) & TriggerMask::AllWeekdays) << firstDay;
 }
 
 TDay TTriggerTimes::monthDayFrom(TDay day) const

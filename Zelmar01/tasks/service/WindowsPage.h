@@ -9,9 +9,6 @@
 
 #include <prsht.h>
 
-// A macro of the name of a member of ITaskService.
-#undef PropertySheet
-
 namespace Zelmar01 {
 
 /// A page of the system's property sheets. It is destroyed with this, unless a sheet has had it.
@@ -34,7 +31,7 @@ private:
     HPROPSHEETPAGE m_page;
 };
 
-/// See ITaskService::PropertySheet. A sheet can be shown once; its owner takes no input meanwhile. What
+/// See ITaskService::ShowSheet. A sheet can be shown once; its owner takes no input meanwhile. What
 /// Applied raises is raised here, when the sheet has been closed.
 std::intptr_t ShowWindowsSheet(const TPropertySheet &sheet);
 

@@ -48,7 +48,7 @@ ITaskAllocator &WindowsTaskService::Allocator()
     return *m_allocator;
 }
 
-std::intptr_t WindowsTaskService::PropertySheet(const TPropertySheet &sheet)
+std::intptr_t WindowsTaskService::ShowSheet(const TPropertySheet &sheet)
 {
     return ShowWindowsSheet(sheet);
 }

@@ -24,7 +24,7 @@ public:
     /// The system's, for all of the process.
     ITaskAllocator &Allocator() override;
     /// The system's property sheet, over the window of its parent. Each page can be shown once.
-    std::intptr_t PropertySheet(const TPropertySheet &sheet) override;
+    std::intptr_t ShowSheet(const TPropertySheet &sheet) override;
     std::string DescribeResult(TTaskResult result) override;
 
 private:

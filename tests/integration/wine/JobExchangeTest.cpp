@@ -1,7 +1,7 @@
 // Job files that the system's service has written and the job store reads, and the other way round.
 #include "WineTaskService.h"
 
-#include <Zelmar01/tasks/service/JobStore.h>
+#include <Zelmar01/tasks/service/store/JobStore.h>
 
 #include <tasks/service/Samples.h>
 

@@ -85,7 +85,7 @@ protected:
         m_sheet.Parent = reinterpret_cast<std::uintptr_t>(m_parent);
         m_sheet.Caption = u"Export de nuit \u6771";
         m_sheet.Pages = {pageFor(m_user)};
-        return m_service.PropertySheet(m_sheet);
+        return m_service.ShowSheet(m_sheet);
     }
 
     HWND m_parent = nullptr;
@@ -126,9 +126,9 @@ TEST_F(WindowsSheet, TellsOfApplyAfterThePagesHaveSaved)
 TEST_F(WindowsSheet, ShowsNoPageTwiceAndNoneOfOthers)
 {
     EXPECT_EQ(show(0, {IDCANCEL}), 0);
-    EXPECT_LT(m_service.PropertySheet(m_sheet), 0);
+    EXPECT_LT(m_service.ShowSheet(m_sheet), 0);
     m_sheet.Pages.clear();
-    EXPECT_LT(m_service.PropertySheet(m_sheet), 0);
+    EXPECT_LT(m_service.ShowSheet(m_sheet), 0);
     m_sheet.Pages = {pageFor(m_user), std::make_shared<ITaskPage>()};
-    EXPECT_LT(m_service.PropertySheet(m_sheet), 0);
+    EXPECT_LT(m_service.ShowSheet(m_sheet), 0);
 }

@@ -233,7 +233,9 @@ def windows(runner, wine, wineserver, prefix, ports):
     (prefix / "system.reg").write_text(REGISTRY + settings)
     (prefix / "user.reg").write_text(USER_REGISTRY)
     try:
-        runner.run(wine, "wineboot", "-i", seconds=90)
+        # The first program of a new Windows makes it. "wineboot -i" would do so a second time, and leave it with
+        # two service managers, neither of which knows what the other has started.
+        runner.run(wine, "cmd", "/c", "exit", "0", seconds=90)
         for name, file in ports.items():
             link = prefix / "dosdevices" / name.lower()
             if not link.is_symlink() or os.readlink(link) != str(file):
@@ -265,10 +267,11 @@ def main():
         folder = stack.enter_context(temporary_folder())
         big_folder = stack.enter_context(temporary_folder(options.folder))
         environment = {name: value for name, value in os.environ.items()
-                       if not name.startswith(("WINE", "CUPS_", "ZELMAR01_"))
-                       and name not in ("DISPLAY", "LPDEST", "PRINTER", "TZ")}  # Windows has another form of TZ
-        environment["PATH"] += ":/usr/sbin"  # where lpadmin is; an ordinary user's path lacks it
-        environment.update(HOME=str(big_folder), WINEDEBUG="-all", WINESERVER=options.wineserver,
+                       if not name.startswith(("WINE", "CUPS_", "ZELMAR01_", "LC_"))
+                       and name not in ("DISPLAY", "LANG", "LANGUAGE", "LPDEST", "PRINTER")
+                       and name != "TZ"}  # Windows programs want another form of it
+        environment["PATH"] = environment.get("PATH", os.defpath) + ":/usr/sbin"  # that is where lpadmin is
+        environment.update(HOME=str(big_folder), LC_ALL="C.UTF-8", WINEDEBUG="-all", WINESERVER=options.wineserver,
                            WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=", ZELMAR01_TEST_PORTS="own",
                            ZELMAR01_TEST_JOBS="own")
         runner = Runner(environment, folder / "output")

@@ -1,6 +1,5 @@
 #include "Samples.h"
 
-#include <Zelmar01/tasks/service/CommandLine.h>
 #include <Zelmar01/tasks/service/TaskAllocator.h>
 #include <Zelmar01/tasks/service/TriggerText.h>
 #include <Zelmar01/tasks/service/Triggers.h>
@@ -8,9 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <random>
-#include <vector>
+#include <string>
 
 using namespace Zelmar01;
 
@@ -40,6 +37,7 @@ const TText texts[] = {
     {byDate("2001-12-14 15:52", bit(31)), "À 15:52 le 31 de chaque mois, à partir du 14/12/2001"},
     {byDate("2001-12-14 15:52", bit(1) | bit(15), 0b100010001010),
      "À 15:52 le 1er, 15 de févr, avr, août, déc, à partir du 14/12/2001"},
+    {byDate("2001-12-14 15:52", bit(3), 0b1000), "À 15:52 le 3 d'avr, à partir du 14/12/2001"},
     {byWeekday("2001-03-24 04:00", 5, Fri), "À 04:00 le dernier ven de chaque mois, à partir du 24/03/2001"},
     {byWeekday("2001-03-24 04:00", 2, Tue | Sat, 1),
      "À 04:00 le deuxième mar, sam de janv, à partir du 24/03/2001"},
@@ -56,14 +54,6 @@ const TText texts[] = {
      "Jamais : ce type de déclencheur est inconnu"},
 };
 
-std::vector<std::string> split(const std::string &parameters)
-{
-    std::vector<std::string> arguments;
-    for (const auto &argument : SplitParameters(Utf16FromUtf8(parameters)))
-        arguments.push_back(Utf8FromUtf16(argument));
-    return arguments;
-}
-
 } // namespace
 
 TEST(Triggers, theirTexts)
@@ -72,94 +62,15 @@ TEST(Triggers, theirTexts)
         EXPECT_EQ(Utf8FromUtf16(TriggerText(row.Trigger)), row.Text);
 }
 
-TEST(Triggers, whatMayBeSet)
+// The rest of what a trigger may be is among the cases that hold for every service.
+TEST(Triggers, haveLimitsThatNoOtherServiceTells)
 {
-    const auto changed = [](const std::function<void(TASK_TRIGGER &)> &change) {
-        auto trigger = daily("2027-02-28 23:59");
-        change(trigger);
-        return trigger;
-    };
-    const std::function<void(TASK_TRIGGER &)> refused[] = {
-        [](auto &trigger) { trigger.cbTriggerSize = 47; },
-        [](auto &trigger) { trigger.wBeginMonth = 13; },
-        [](auto &trigger) { trigger.wBeginDay = 29; },
-        [](auto &trigger) { trigger.wBeginYear = 1600; },
-        [](auto &trigger) { trigger.wStartHour = 24; },
-        [](auto &trigger) { trigger.wStartMinute = 60; },
-        [](auto &trigger) { trigger.rgFlags = TriggerFlag::HasEndDate; },
-        [](auto &trigger) { trigger = repeated(trigger, 10, 10); },
-        [](auto &trigger) { trigger.TriggerType = static_cast<TASK_TRIGGER_TYPE>(8); },
-    };
-    for (const auto &change : refused) {
-        const auto trigger = changed(change);
-        EXPECT_EQ(CheckTrigger(&trigger), TaskResult::InvalidArgument) << &change - refused;
-    }
-    EXPECT_EQ(CheckTrigger(nullptr), TaskResult::InvalidArgument);
-    const std::function<void(TASK_TRIGGER &)> accepted[] = {
-        [](auto &) {},
-        [](auto &trigger) { trigger.wEndMonth = 77; },
-        [](auto &trigger) { trigger = ending(trigger, "2001-01-01"); },
-        [](auto &trigger) { trigger = repeated(trigger, 0, 30); },
-        [](auto &trigger) { trigger = repeated(trigger, 10, 11); },
-        [](auto &trigger) { trigger.Type.Daily.DaysInterval = 0; },
-        [](auto &trigger) { trigger = NewTrigger(SystemTimeFromSeconds(at("2027-02-28 10:10"))); },
-    };
-    for (const auto &change : accepted) {
-        const auto trigger = changed(change);
-        EXPECT_EQ(CheckTrigger(&trigger), TaskResult::Ok) << &change - accepted;
-    }
-}
-
-TEST(Triggers, areHandedOutWithoutTouchingWhatTheirKindLacks)
-{
-    auto given = weekly("2027-02-28 10:10", 2, Mon);
-    given.Type.Words[2] = given.Type.Words[3] = 7;
-    given.Reserved1 = given.Reserved2 = given.wRandomMinutesInterval = 9;
-    const auto stored = StoredTrigger(given);
-    EXPECT_EQ(stored.Type.Words, (std::array<std::uint16_t, 4>{2, Mon, 0, 0}));
-    EXPECT_EQ(stored.Reserved1 + stored.Reserved2 + stored.wRandomMinutesInterval, 0);
-    TASK_TRIGGER target;
-    target.cbTriggerSize = 3;
-    target.Type.Words = {5, 5, 5, 5};
-    HandOutTrigger(stored, target);
-    EXPECT_EQ(target.Type.Words, (std::array<std::uint16_t, 4>{2, Mon, 5, 5}));
-    EXPECT_EQ(target.cbTriggerSize, 48);
-    EXPECT_EQ(target.wStartMinute, 10);
-}
-
-TEST(CommandLine, quotingRules)
-{
-    using TArguments = std::vector<std::string>;
-    const std::pair<const char *, TArguments> rows[] = {
-        {"", {}},
-        {" \t ", {}},
-        {"a  b\tc", {"a", "b", "c"}},
-        {R"("a b" c)", {"a b", "c"}},
-        {R"(a" b "c)", {"a b c"}},
-        {R"("" a "")", {"", "a", ""}},
-        {R"(C:\Caisse\ "D:\Mes documents\\" x)", {R"(C:\Caisse\)", R"(D:\Mes documents\)", "x"}},
-        {R"(a\\\"b c\\d)", {R"(a\"b)", R"(c\\d)"}},
-        {R"("il dit ""oui""" x)", {R"(il dit "oui")", "x"}},
-        {R"("jamais fermé x)", {"jamais fermé x"}},
-        {R"(l'or d'Alice)", {"l'or", "d'Alice"}},
-        {R"($HOME `id` *.txt ; rm > x | y & z)",
-         {"$HOME", "`id`", "*.txt", ";", "rm", ">", "x", "|", "y", "&", "z"}},
-    };
-    for (const auto &[parameters, arguments] : rows)
-        EXPECT_EQ(split(parameters), arguments) << parameters;
-}
-
-TEST(CommandLine, whatWasJoinedIsSplitAgain)
-{
-    std::mt19937 random(11);
-    for (int round = 0; round < 5000; ++round) {
-        std::vector<std::u16string> arguments(random() % 4);
-        for (auto &argument : arguments)
-            for (auto length = random() % 7; length > 0; --length)
-                argument += u"a\\\" \t'"[random() % 6];
-        const auto joined = JoinParameters(arguments);
-        ASSERT_EQ(SplitParameters(joined), arguments) << Utf8FromUtf16(joined);
-    }
+    auto early = daily("1601-01-01 00:00"), unknown = daily("2027-02-28 23:59");
+    EXPECT_EQ(CheckTrigger(&early), TaskResult::Ok);
+    early.wBeginYear = 1600;
+    EXPECT_EQ(CheckTrigger(&early), TaskResult::InvalidArgument);
+    unknown.TriggerType = static_cast<TASK_TRIGGER_TYPE>(8);
+    EXPECT_EQ(CheckTrigger(&unknown), TaskResult::InvalidArgument);
 }
 
 TEST(Utf16, textsAndWhatIsNone)

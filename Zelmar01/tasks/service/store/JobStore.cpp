@@ -1,0 +1,66 @@
+#include <Zelmar01/tasks/service/store/JobStore.h>
+
+#include <Zelmar01/tasks/service/store/JobPage.h>
+#include <Zelmar01/tasks/service/store/StoreContext.h>
+#include <Zelmar01/tasks/service/store/StoredScheduler.h>
+
+#include <chrono>
+
+namespace Zelmar01 {
+
+namespace {
+
+TSeconds systemNow()
+{
+    using namespace std::chrono;
+    return floor<seconds>(system_clock::now()).time_since_epoch().count();
+}
+
+} // namespace
+
+TJobStore::TJobStore(TJobStoreOptions options)
+{
+    std::error_code error;
+    auto folder =
+        options.Folder.empty() ? DefaultJobFolder() : std::filesystem::absolute(options.Folder, error);
+    m_context = std::make_shared<TStoreContext>(
+        TJobFolder(folder.lexically_normal()), std::move(options.Runner),
+        options.Now ? std::move(options.Now) : systemNow,
+        options.Zone ? std::move(options.Zone) : std::function<TTimeZone()>(TTimeZone::System));
+}
+
+const std::filesystem::path &TJobStore::Folder() const
+{
+    return m_context->Folder.Path();
+}
+
+TServiceStart TJobStore::StartScheduler()
+{
+    return {};
+}
+
+TTaskResult TJobStore::CreateScheduler(std::shared_ptr<ITaskScheduler> &scheduler)
+{
+    const auto result = m_context->Folder.Create();
+    if (Succeeded(result))
+        scheduler = std::make_shared<TStoredScheduler>(m_context);
+    return result;
+}
+
+ITaskAllocator &TJobStore::Allocator()
+{
+    return m_context->Allocator;
+}
+
+std::intptr_t TJobStore::ShowSheet(const TPropertySheet &sheet)
+{
+    return JobSheet() ? JobSheet()(sheet) : -1;
+}
+
+std::string TJobStore::DescribeResult(TTaskResult result)
+{
+    auto text = ResultText(result);
+    return text.empty() ? "Erreur " + ResultName(result) : text;
+}
+
+} // namespace Zelmar01
