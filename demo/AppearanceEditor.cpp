@@ -66,6 +66,9 @@ void AppearanceEditor::fill()
         const auto *meta = m_object->metaObject();
         for (int i = QWidget::staticMetaObject.propertyCount(); i < meta->propertyCount(); ++i) {
             const auto property = meta->property(i);
+            // The samples stand in layouts, which place them.
+            if (QByteArrayView(property.enumerator().scope()).endsWith("TPlacement"))
+                continue;
             auto *editor = property.isWritable() ? makeEditor(property) : nullptr;
             if (!editor)
                 continue;

@@ -75,6 +75,18 @@ QPixmap metal(const QPalette &palette, QSize size)
     return picture;
 }
 
+// A bar of a precious metal, which tabs are cut from.
+QPixmap bar(const QColor &color)
+{
+    QPixmap picture(96, 32);
+    QLinearGradient light(0, 0, 0, picture.height());
+    light.setColorAt(0, color);
+    light.setColorAt(0.35, color.lighter(130));
+    light.setColorAt(1, color.darker(115));
+    QPainter(&picture).fillRect(picture.rect(), light);
+    return picture;
+}
+
 } // namespace
 
 AppearancePage::AppearancePage(QWidget *parent)
@@ -118,11 +130,12 @@ TExtPageControl *AppearancePage::makeControl(const QString &name, const QString 
 
 QWidget *AppearancePage::makeSamples()
 {
-    auto *samples = new QWidget;
-    auto *grid = new QGridLayout(samples);
+    auto *panel = new QWidget;
+    auto *grid = new QGridLayout(panel);
     grid->setContentsMargins({});
     auto *top = makeControl(u"top"_s, u"En haut, images à gauche"_s);
     top->TabGlyphs()->setNumGlyphs(5);
+    static_cast<QGridLayout *>(top->Pages(0)->layout())->addWidget(makeDrawnTabs(), 3, 0);
 
     auto *buttons = makeControl(u"buttons"_s, u"Boutons"_s);
     buttons->setTabStyle(tabStButton);
@@ -160,9 +173,38 @@ QWidget *AppearancePage::makeSamples()
     m_controls << picture;
     m_choice->addItem(u"Sur un fond de métal"_s);
 
-    for (int i = 0; i < m_controls.size(); ++i)
-        grid->addWidget(m_controls[i], i / 2, i % 2);
-    return samples;
+    const QList<QWidget *> samples{top, buttons, bottom, left, right, picture};
+    for (int i = 0; i < samples.size(); ++i)
+        grid->addWidget(samples[i], i / 2, i % 2);
+    return panel;
+}
+
+// Tabs that the shop draws itself. They stand on a page of other tabs, whose colour they take over.
+QWidget *AppearancePage::makeDrawnTabs()
+{
+    auto *drawn = new TExtTabControl;
+    drawn->setObjectName(u"drawn"_s);
+    drawn->setTabs({u"Or jaune"_s, u"Or rose"_s, u"Argent"_s, u"Réservé"_s});
+    drawn->SetTabEnabled(3, false);
+    drawn->setTabWidth(84);
+    drawn->setTabHeight(28);
+    // Black is to stay black, on desktops of any colour.
+    drawn->setTabActiveColor(QColor(Qt::white));
+    drawn->setTabInactiveColor(QColor(Qt::lightGray));
+    drawn->setTabActiveFont_Color(QColor(Qt::black));
+    drawn->setTabInactiveFont_Color(QColor(Qt::black));
+    const QList<QColor> metals{{0xe8, 0xc8, 0x66}, {0xe6, 0xb4, 0xa0}, {0xcf, 0xd3, 0xd8}};
+    connect(drawn, &TExtCustomTab::OnDrawTab, this,
+            [drawn, metals](QWidget *, int tab, bool active, const TRect &content, const TRect &ground,
+                            TOwnerDrawState state) {
+                // The selected tab shows the whole bar, the others as much of it as they have room for.
+                if (tab < metals.size())
+                    ExtDrawTabGraphic(drawn->Canvas(), bar(metals[tab]), ground, active);
+                drawn->DefaultDrawTab(tab, content, state);
+            });
+    m_controls << drawn;
+    m_choice->addItem(u"Dessinés par la boutique"_s);
+    return drawn;
 }
 
 // The picture lies below the whole page, and this control lets it through.

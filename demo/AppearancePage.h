@@ -27,6 +27,7 @@ public:
 private:
     Zelmar01::TExtPageControl *makeControl(const QString &name, const QString &title);
     QWidget *makeSamples();
+    QWidget *makeDrawnTabs();
     QWidget *makeEditor();
     void usePicture(Zelmar01::TExtCustomTab &control);
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <Zelmar01/core/Colors.h>
+#include <Zelmar01/core/Inherited.h>
+#include <Zelmar01/core/Placement.h>
 #include <Zelmar01/tabs/ExtGlyphs.h>
 #include <Zelmar01/tabs/ExtHottrack.h>
 #include <Zelmar01/tabs/TabEnums.h>
@@ -68,11 +70,14 @@ struct THelpRequest
 /// An error that a handler of an event raises while the control is being painted or while the mouse moves
 /// over it goes to the exception display, from the event loop, and not again until tabs, selection or hints
 /// change.
-class TExtCustomTab : public TTabEnums
+class TExtCustomTab : public TTabEnums, public IGround
 {
     Q_OBJECT
+    Q_PROPERTY(Zelmar01::TPlacement::TAlign Align READ Align WRITE setAlign RESET resetAlign)
+    Q_PROPERTY(Zelmar01::TPlacement::TAnchors Anchors READ Anchors WRITE setAnchors RESET resetAnchors)
     Q_PROPERTY(QColor Color READ shownColor WRITE setColor RESET resetColor)
     Q_PROPERTY(bool ParentColor READ ParentColor WRITE setParentColor RESET resetParentColor)
+    Q_PROPERTY(bool ParentFont READ ParentFont WRITE setParentFont STORED false)
     Q_PROPERTY(bool MultiLine READ MultiLine WRITE setMultiLine)
     Q_PROPERTY(bool ShowHint READ ShowHint WRITE setShowHint)
     Q_PROPERTY(bool Hottrack_Enabled READ hottrackEnabled WRITE setHottrack_Enabled)
@@ -136,6 +141,18 @@ public:
     bool ParentColor() const { return m_parentColor; }
     void setParentColor(bool parentColor);
 
+    /// What nested controls see behind them: the page area's colour.
+    QBrush Ground() const override { return colors().Page; }
+
+    /// The place on a parent that has no layout (core/Placement.h).
+    TPlacement::TAlign Align() const { return m_placement->Align(); }
+    void setAlign(TPlacement::TAlign align) { m_placement->setAlign(align); }
+    TPlacement::TAnchors Anchors() const { return m_placement->Anchors(); }
+    void setAnchors(TPlacement::TAnchors anchors) { m_placement->setAnchors(anchors); }
+    /// Whether the font, which is that of pages and not of captions, is the parent's.
+    bool ParentFont() const { return HasParentFont(*this); }
+    void setParentFont(bool parentFont) { SetParentFont(*this, parentFont); }
+
     /// Tabs that find no room go on in a further row, instead of being scrolled by arrows.
     bool MultiLine() const { return m_multiLine; }
     void setMultiLine(bool multiLine);
@@ -163,7 +180,8 @@ public:
     void setTabInactiveFont(const QFont &font) { m_inactiveFont->setFont(font); }
 
     /// The size of a tab as it is read, on any side of the control, in pixels up to 65535; 0 makes tabs as
-    /// large as their captions on one line, with their glyphs. Vertical positions know no 0 when they are
+    /// large as their captions with their glyphs. Captions that are wrapped in tabs of a given width make
+    /// tabs as high as the one with the most lines. Vertical positions know no 0 when they are
     /// chosen: the height becomes 35 then, and the width 70.
     int TabHeight() const { return m_tabHeight; }
     void setTabHeight(int height);
@@ -321,6 +339,8 @@ private:
 
     // For forms.
     QColor shownColor() const { return colors().Page; }
+    void resetAlign() { setAlign(TPlacement::alNone); }
+    void resetAnchors() { setAnchors(TPlacement::akLeft | TPlacement::akTop); }
     void resetColor();
     void resetParentColor() { setParentColor(true); }
     bool hottrackEnabled() const { return m_hottrack->Enabled(); }
@@ -343,7 +363,7 @@ private:
     QColor glyphTransparentColor() const { return m_glyphs->TransparentColor().Resolved(palette()); }
     void resetTabGlyphs_TransparentColor() { m_glyphs->setTransparentColor(clFuchsia); }
     QColor shownTabInactiveColor() const { return m_inactiveColor.Resolved(palette()); }
-    void resetTabInactiveColor();
+    void resetTabInactiveColor() { setTabInactiveColor(DefaultInactiveColor); }
     QFont tabInactiveFontParts() const { return m_inactiveFont->SetParts(); }
     void resetTabInactiveFont() { m_inactiveFont->setFont(QFont()); }
     QColor shownInactiveFontColor() const { return m_inactiveFont->Color().Resolved(palette()); }
@@ -367,7 +387,6 @@ public:
 private:
     // Geometry.
     bool isVertical() const { return IsVertical(m_tabPosition); }
-    QSize contentSize(const QString &caption, const QFontMetrics &metrics) const;
     void layoutChanged();
     void scrollTo(int firstTab);
     void bringSelectedIntoSight();
@@ -382,6 +401,7 @@ private:
     void drawTabFrame(QPainter &painter, int tab) const;
     void drawFocus(QPainter &painter) const;
     const TPaintColors &colors() const;
+    void forgetColors();
     TTabContent contentOf(TOwnerDrawState state) const;
     /// Runs what may raise while the control is painted or the mouse moves.
     template<class Work>
@@ -405,15 +425,19 @@ private:
     void cancelHint();
     void grabAccelerators();
     int focusTab() const;
+    int rowStep(int key) const;
+
+    static constexpr TColor DefaultInactiveColor{0x00A4A0A0};
 
     bool m_loading = true;
+    TPlacement *m_placement;
     TExtHottrack *m_hottrack;
     TExtGlyphs *m_glyphs;
     TTabFont *m_activeFont, *m_inactiveFont;
     TColor m_color = clWindow;
     bool m_parentColor = true, m_multiLine = false, m_showHint = true, m_wordWrap = false;
     TColor m_activeColor = clBtnFace;
-    TColor m_inactiveColor;
+    TColor m_inactiveColor = DefaultInactiveColor;
     int m_tabHeight = 0, m_tabWidth = 0;
     int m_itemWidth = 0, m_itemHeight = 0;
     QStringList m_tabHints;

@@ -102,6 +102,14 @@ void TExtPageControl::InsertPage(int index, TTabSheet *page)
         ReAlignTabSheets(false);
 }
 
+void TExtPageControl::addPage(QWidget *page)
+{
+    auto *sheet = qobject_cast<TTabSheet *>(page);
+    if (!sheet)
+        throw EInvalidOperation("Une page d'un TExtPageControl doit être un TTabSheet");
+    AddPage(sheet);
+}
+
 void TExtPageControl::MovePage(int from, int to)
 {
     auto *page = Pages(from);

@@ -31,7 +31,9 @@ public:
 
     void Loaded() override;
 
-    // Pages. The control owns them.
+    // Pages. The control owns them. A container extension of a form designer stands on PageCount(), Pages(),
+    // ActivePageIndex(), SetActivePageIndex(), AddPage(), InsertPage() and RemovePage(); at design time every
+    // page has a tab and any page can be made the active one.
 
     int PageCount() const { return static_cast<int>(m_pages.size()); }
     /// Null for an index that there is not.
@@ -39,7 +41,10 @@ public:
     int IndexOf(const TTabSheet *page) const;
     /// Adds a page, or moves one that is there already.
     void AddPage(TTabSheet *page) { InsertPage(PageCount(), page); }
+    /// Before the page that has the index now, at the end for one beyond the pages.
     void InsertPage(int index, TTabSheet *page);
+    /// The writer of forms, which know pages as widgets. Raises EInvalidOperation for another class.
+    Q_INVOKABLE void addPage(QWidget *page);
     void MovePage(int from, int to);
     /// Takes a page out; the caller owns it from then on, and deletes it or shows it elsewhere.
     void RemovePage(TTabSheet *page);

@@ -12,7 +12,7 @@ void TExtTabControl::Loaded()
         return;
     TExtCustomTab::Loaded();
     if (const auto wanted = std::exchange(m_wantedTab, {}))
-        showSelected(qBound(-1, *wanted, TabCount() - 1) == *wanted ? *wanted : TExtCustomTab::TabIndex());
+        showSelected(qBound(-1, *wanted, TabCount() - 1) == *wanted ? *wanted : TabIndex());
     if (m_initialTab >= 0 && m_initialTab < TabCount() && !IsDesigning())
         showSelected(m_initialTab);
 }
@@ -21,7 +21,7 @@ void TExtTabControl::setTabs(const QStringList &tabs)
 {
     if (tabs == m_tabs)
         return;
-    int selected = TExtCustomTab::TabIndex();
+    int selected = TabIndex();
     if (m_tabs.isEmpty())
         selected = 0;
     m_tabs = tabs;
@@ -32,7 +32,7 @@ void TExtTabControl::InsertTab(int index, const QString &caption)
 {
     const bool first = m_tabs.isEmpty();
     index = qBound(0, index, TabCount());
-    int selected = TExtCustomTab::TabIndex();
+    int selected = TabIndex();
     if (first)
         selected = 0;
     else if (selected >= index)
@@ -45,7 +45,7 @@ void TExtTabControl::DeleteTab(int index)
 {
     if (index < 0 || index >= TabCount())
         return;
-    int selected = TExtCustomTab::TabIndex();
+    int selected = TabIndex();
     if (selected == index)
         selected = -1;
     else if (selected > index)
@@ -72,15 +72,14 @@ void TExtTabControl::SetTabEnabled(int index, bool enabled)
 void TExtTabControl::SetTabIndex(int index)
 {
     endLoading();
-    if (index == TExtCustomTab::TabIndex() || index < -1 || index >= TabCount() ||
-        (!GetTabEnabled(index) && !IsDesigning()))
+    if (index == TabIndex() || index < -1 || index >= TabCount() || (!GetTabEnabled(index) && !IsDesigning()))
         return;
     const QPointer<TExtTabControl> self = this;
     const int count = TabCount();
     const auto caption = TabCaption(index);
     // Whoever was asked may have put another tab into that place.
-    if (!canChange() || !self || index == TExtCustomTab::TabIndex() || count != TabCount() ||
-        caption != TabCaption(index) || (!GetTabEnabled(index) && !IsDesigning()))
+    if (!canChange() || !self || index == TabIndex() || count != TabCount() || caption != TabCaption(index) ||
+        (!GetTabEnabled(index) && !IsDesigning()))
         return;
     showSelected(index);
     emit OnChange(this);

@@ -15,7 +15,7 @@ class TExtTabControl : public TExtCustomTab
     Q_OBJECT
     Q_PROPERTY(QStringList Tabs READ Tabs WRITE setTabs)
     Q_PROPERTY(int InitialTab READ InitialTab WRITE setInitialTab RESET resetInitialTab)
-    Q_PROPERTY(int TabIndex READ GetTabIndex WRITE setTabIndex)
+    Q_PROPERTY(int TabIndex READ wantedTabIndex WRITE setTabIndex)
 public:
     explicit TExtTabControl(QWidget *parent = nullptr);
 
@@ -35,7 +35,7 @@ public:
     bool GetTabEnabled(int index) const { return m_disabled.count(index) == 0; }
     void SetTabEnabled(int index, bool enabled);
 
-    int GetTabIndex() const { return m_wantedTab ? *m_wantedTab : TExtCustomTab::TabIndex(); }
+    int GetTabIndex() const { return TabIndex(); }
     /// Selects a tab, -1 for none. Beyond the last tab, below -1, for a disabled tab and when OnChanging says
     /// so, nothing happens. OnChange tells of the change.
     void SetTabIndex(int index);
@@ -60,6 +60,7 @@ protected:
     QSize pageSizeHint(bool minimum) const override;
 
 private:
+    int wantedTabIndex() const { return m_wantedTab.value_or(TabIndex()); }
     void resetInitialTab() { setInitialTab(-1); }
 
     QStringList m_tabs;

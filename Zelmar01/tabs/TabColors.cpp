@@ -5,7 +5,8 @@ namespace Zelmar01 {
 namespace {
 
 constexpr double textContrast = 4.5, lineContrast = 3;
-// A disabled caption may be fainter than a text, but must be seen to be there.
+// A disabled caption may be fainter than a text, but must be seen to be there; and to be no enabled one, on
+// desktops that have one colour for both.
 constexpr double disabledContrast = 2.3;
 
 QColor mixed(const QColor &a, const QColor &b)
@@ -21,10 +22,8 @@ const TExtCustomTab::TPaintColors &TExtCustomTab::colors() const
         return *m_colors;
     const auto desktop = palette();
     TPaintColors painted;
-    const auto *parent = parentWidget();
-    painted.Outside =
-        parent ? parent->palette().color(parent->backgroundRole()) : desktop.color(QPalette::Window);
-    painted.Page = m_parentColor && parent ? painted.Outside : m_color.Resolved(desktop);
+    painted.Outside = GroundBehind(*this).color();
+    painted.Page = m_parentColor && parentWidget() ? painted.Outside : m_color.Resolved(desktop);
 
     for (const bool active : {false, true}) {
         const auto ground = active ? m_activeColor : m_inactiveColor;
@@ -46,12 +45,21 @@ const TExtCustomTab::TPaintColors &TExtCustomTab::colors() const
         if (!hot.IsNone() && !(hot.IsFixed() && ground.IsFixed()))
             hotText = WithContrast(hotText, behind, textContrast);
         const auto grey = clGrayText.Resolved(desktop);
-        painted.Disabled[active] = ContrastOf(grey, behind) >= disabledContrast ? grey : mixed(text, behind);
+        const bool tellsApart = grey != text && ContrastOf(grey, behind) >= disabledContrast;
+        painted.Disabled[active] =
+            tellsApart ? grey : WithContrast(mixed(text, behind), behind, disabledContrast);
     }
     painted.Embossed = clBtnHighlight.Resolved(desktop);
     painted.Frame = WithContrast(mixed(desktop.color(QPalette::WindowText), painted.Outside), painted.Outside,
                                  lineContrast);
     return m_colors.emplace(painted);
+}
+
+void TExtCustomTab::forgetColors()
+{
+    m_colors.reset();
+    Invalidate();
+    TellGroundChanged(*this);
 }
 
 } // namespace Zelmar01

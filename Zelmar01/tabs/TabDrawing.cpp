@@ -153,9 +153,7 @@ void TExtCustomTab::eraseBackground(QPainter &painter, bool inMemory)
                 around -= ToQRect(place);
         }
     }
-    const auto *parent = parentWidget();
-    const auto brush =
-        parent ? parent->palette().brush(parent->backgroundRole()) : palette().brush(QPalette::Window);
+    const auto brush = GroundBehind(*this);
     for (const auto &part : around)
         painter.fillRect(part, brush);
     if (isSignalConnected(outside)) {

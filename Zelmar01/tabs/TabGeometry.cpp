@@ -3,6 +3,7 @@
 #include <Zelmar01/tabs/TabStyleWord.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace Zelmar01 {
 
@@ -41,13 +42,13 @@ TStripLayout::TStripLayout(const TStripSpec &spec) : m_spec(spec), m_position(Po
         return;
 
     if (m_spec.Style & TCS_MULTILINE) {
-        auto firsts = rowsOf(m_spec.Lengths, room);
-        m_rowCount = static_cast<int>(firsts.size()) - 1;
+        m_rows = rowsOf(m_spec.Lengths, room);
+        m_rowCount = static_cast<int>(m_rows.size()) - 1;
         std::vector<int> rows;
         int nearest = -1;
         for (int row = 0; row < m_rowCount; ++row) {
             const auto at = static_cast<std::size_t>(row);
-            if (m_spec.Selected >= firsts[at] && m_spec.Selected < firsts[at + 1])
+            if (m_spec.Selected >= m_rows[at] && m_spec.Selected < m_rows[at + 1])
                 nearest = row;
             else
                 rows.push_back(row);
@@ -56,10 +57,11 @@ TStripLayout::TStripLayout(const TStripSpec &spec) : m_spec(spec), m_position(Po
             rows.push_back(nearest);
         for (int place = 0; place < m_rowCount; ++place) {
             const auto row = static_cast<std::size_t>(rows[static_cast<std::size_t>(place)]);
-            layOutRow(firsts[row], firsts[row + 1], place, start);
+            layOutRow(m_rows[row], m_rows[row + 1], place, start);
         }
     } else {
         m_rowCount = 1;
+        m_rows = {0, count};
         int whole = -TabGap;
         for (const int length : m_spec.Lengths)
             whole += length + TabGap;
@@ -114,6 +116,29 @@ int TStripLayout::TabAt(TPoint point) const
     const auto found = std::find_if(m_order.rbegin(), m_order.rend(),
                                     [&](int tab) { return DrawnItem(tab).Grown(1, 1).Contains(point); });
     return found == m_order.rend() ? -1 : *found;
+}
+
+int TStripLayout::TabInRow(int tab, int step, const std::function<bool(int)> &mayBe) const
+{
+    if (tab < 0 || tab >= Count())
+        return -1;
+    const auto middle = [&](int one) {
+        const auto item = Item(one);
+        return IsVertical(m_position) ? item.Top + item.Bottom : item.Left + item.Right;
+    };
+    const auto own = std::upper_bound(m_rows.begin(), m_rows.end(), tab) - m_rows.begin() - 1;
+    for (auto row = own + step; row >= 0 && row < m_rowCount; row += step) {
+        const auto at = static_cast<std::size_t>(row);
+        int nearest = -1;
+        for (int other = m_rows[at]; other < m_rows[at + 1]; ++other) {
+            if (mayBe(other) && (nearest < 0 || std::abs(middle(other) - middle(tab)) <
+                                                    std::abs(middle(nearest) - middle(tab))))
+                nearest = other;
+        }
+        if (nearest >= 0)
+            return nearest;
+    }
+    return -1;
 }
 
 int TStripLayout::FirstTabShowing(int tab) const

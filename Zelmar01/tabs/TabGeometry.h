@@ -4,6 +4,7 @@
 #include <Zelmar01/tabs/TabTypes.h>
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace Zelmar01 {
@@ -48,6 +49,9 @@ public:
     int TabAt(TPoint point) const;
 
     int RowCount() const { return m_rowCount; }
+    /// The tab nearest to `tab` in the next row (`step` 1) or the one before (-1), in the order of the tabs,
+    /// that has one which `mayBe` agrees to; -1 for none.
+    int TabInRow(int tab, int step, const std::function<bool(int)> &mayBe) const;
     /// All tabs, row by row from the outer edge on, the selected one last: the order to draw them in.
     const std::vector<int> &DrawingOrder() const { return m_order; }
 
@@ -83,6 +87,7 @@ private:
     TExtTabPosition m_position = tabPosTop;
     std::vector<TRect> m_items, m_drawn;
     std::vector<int> m_order;
+    std::vector<int> m_rows; // the first tab of each, and the number of tabs
     int m_rowCount = 0;
     TRect m_arrows;
     int m_firstTab = 0, m_lastFirstTab = 0;

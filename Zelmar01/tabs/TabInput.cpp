@@ -5,6 +5,7 @@
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/tabs/QtRect.h>
 #include <Zelmar01/tabs/TabErrors.h>
+#include <Zelmar01/tabs/TabStyleWord.h>
 
 #include <QApplication>
 #include <QHelpEvent>
@@ -103,9 +104,26 @@ void TExtCustomTab::keyPressEvent(QKeyEvent *event)
             tab += step;
         if (tab >= 0 && tab < count && tab != m_selected)
             ShowingExceptions([&] { SelectTab(tab); });
+    } else if (const int step = plain && (m_style & TCS_MULTILINE) ? rowStep(key) : 0) {
+        const int tab = Strip().TabInRow(m_selected, step, [this](int other) { return IsTabEnabled(other); });
+        if (tab >= 0)
+            ShowingExceptions([&] { SelectTab(tab); });
     } else {
         QWidget::keyPressEvent(event);
     }
+}
+
+// Rows begin at the outer edge: an arrow towards it goes to the row before, one towards the page to the next.
+int TExtCustomTab::rowStep(int key) const
+{
+    constexpr int outer[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
+    constexpr int inner[] = {Qt::Key_Right, Qt::Key_Left, Qt::Key_Down, Qt::Key_Up};
+    const bool mirrored = isVertical() && isRightToLeft();
+    if (key == outer[m_tabPosition])
+        return mirrored ? 1 : -1;
+    if (key == inner[m_tabPosition])
+        return mirrored ? -1 : 1;
+    return 0;
 }
 
 // The selected tab, or the one that the next key selects.

@@ -1,6 +1,7 @@
 #include <Zelmar01/tabs/TabText.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace Zelmar01 {
 
@@ -130,6 +131,22 @@ TCaptionPlace PlaceCaption(const TTabContent &content)
     const int besides = content.GlyphWidth + content.Spacing;
     return vertical ? TCaptionPlace{{besides + glyphMargin, 0}, taLeftJustify, true}
                     : TCaptionPlace{{besides, 0}, taCenter, true};
+}
+
+QSize ContentSize(const TTabContent &content, const QString &caption, bool wordWrap, int width,
+                  const QFontMetrics &metrics)
+{
+    const auto place = PlaceCaption(content);
+    const int room = width > 0 ? width - 2 * boxMargin - place.Offset.X : std::numeric_limits<int>::max();
+    const auto lines = wordWrap ? WrappedCaption(caption, room, metrics) : QStringList(onOneLine(caption));
+    QSize size(0, static_cast<int>(lines.size()) * metrics.height());
+    for (const auto &line : lines)
+        size.setWidth(std::max(size.width(), widthOf(line, metrics)));
+    size += QSize(place.Offset.X, place.Offset.Y);
+    if (!place.ShowsGlyph)
+        return size;
+    return content.GlyphPosition == glPosTop ? size.expandedTo({content.GlyphWidth, 0})
+                                             : size.expandedTo({0, content.GlyphHeight});
 }
 
 TPoint PlaceGlyph(const TTabContent &content, const TRect &rect, TPoint captionsCorner)

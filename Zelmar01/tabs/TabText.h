@@ -65,6 +65,11 @@ struct TCaptionPlace
 };
 TCaptionPlace PlaceCaption(const TTabContent &content);
 
+/// The room that caption and glyph of such a tab take. Where `wordWrap` is set and `width` is not 0, that is
+/// the width of the tab in which the caption is wrapped.
+QSize ContentSize(const TTabContent &content, const QString &caption, bool wordWrap, int width,
+                  const QFontMetrics &metrics);
+
 /// The top left corner of the glyph in `rect`, once the caption lies in it.
 TPoint PlaceGlyph(const TTabContent &content, const TRect &rect, TPoint captionsCorner);
 

@@ -81,6 +81,26 @@ TEST_F(Backgrounds, firstInsideThenOutsideWithTheRegionsOfThePath)
     ASSERT_EQ(m_fired.size(), 2U);
     EXPECT_EQ(m_fired[1].Region, buffered);
 
+    // A tab under the arrows stays outside, and without tabs there is no more than the page area and the
+    // rest.
+    TExtTabControl crowded, empty;
+    crowded.setTabs({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+    crowded.setTabWidth(80);
+    for (auto *other : {&crowded, &empty}) {
+        m_fired.clear();
+        watch(*other);
+        other->resize(200, 100);
+        QImage picture(other->size(), QImage::Format_RGB32);
+        other->render(&picture);
+        ASSERT_EQ(m_fired.size(), 2U);
+        for (int tab = 0; tab < 2; ++tab) {
+            const auto place = other->GetTabRect(tab);
+            EXPECT_EQ(m_fired[1].Region.intersects(ToQRect(place)),
+                      place.Intersects(other->Strip().Arrows()));
+        }
+    }
+    EXPECT_EQ(m_fired[0].Region | m_fired[1].Region, QRegion(empty.rect()));
+
     // In a window that is not active only hot-tracking is buffered.
     QWidget other;
     other.show();
@@ -99,32 +119,33 @@ TEST_F(Backgrounds, firstInsideThenOutsideWithTheRegionsOfThePath)
     EXPECT_EQ(m_fired[1].Clip, QRegion(ToQRect(control.GetTabRect(1)))) << "of -1 nothing is painted";
 }
 
-TEST_F(Backgrounds, tabsUnderTheArrowsStayOutside)
+TEST_F(Backgrounds, whatStandsOnAPageSeesThePageBehindIt)
 {
-    auto &control = tabs({u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s, u"f"_s, u"g"_s});
-    watch(control);
+    auto &outer = pages({u"Vente"_s});
+    auto *panel = new QWidget(outer.Pages(0));
+    panel->setGeometry(20, 20, 300, 200);
+    TExtTabControl inner(panel);
+    inner.setTabs({u"Or"_s});
+    inner.setGeometry(10, 10, 200, 100);
     show();
-    ASSERT_GE(m_fired.size(), 2U);
-    const auto arrows = control.Strip().Arrows();
-    ASSERT_FALSE(arrows.IsEmpty());
-    for (int tab = 0; tab < 7; ++tab) {
-        const auto place = control.GetTabRect(tab);
-        const auto seen = ToQRect(place) & control.rect();
-        if (!seen.isEmpty()) {
-            EXPECT_EQ(m_fired[1].Region.intersects(seen), place.Intersects(arrows)) << tab;
-        }
-    }
-}
-
-TEST_F(Backgrounds, withoutTabsThereArePageAreaAndTheRest)
-{
-    auto &control = tabs({});
-    watch(control);
-    show();
-    ASSERT_EQ(m_fired.size() % 2, 0U);
-    EXPECT_EQ(m_fired[0].Page, -1);
-    EXPECT_EQ(m_fired[0].Region | m_fired[1].Region, QRegion(control.rect()));
-    EXPECT_TRUE(m_shown.isEmpty()) << "a tab control has no pages to miss";
+    const auto seen = [&] {
+        settle();
+        const auto picture = m_form.grab().toImage();
+        return std::pair(picture.pixelColor(inner.mapTo(&m_form, QPoint(100, 80))),
+                         picture.pixelColor(inner.mapTo(&m_form, QPoint(190, 5))));
+    };
+    const auto window = m_form.palette().color(QPalette::Window);
+    const QColor blue(0, 0, 90), green(0, 90, 0), red(90, 0, 0);
+    EXPECT_EQ(seen(), std::pair(window, window));
+    outer.setColor(blue);
+    EXPECT_EQ(seen(), std::pair(blue, blue));
+    inner.setColor(green);
+    EXPECT_EQ(seen(), std::pair(green, blue));
+    auto palette = panel->palette();
+    palette.setColor(QPalette::Window, red);
+    panel->setPalette(palette);
+    panel->setAutoFillBackground(true);
+    EXPECT_EQ(seen(), std::pair(green, red)) << "a panel in between that paints itself";
 }
 
 TEST_F(Backgrounds, thePageAreaHasTheControlsColourAndTheRestTheParents)
@@ -144,11 +165,6 @@ TEST_F(Backgrounds, thePageAreaHasTheControlsColourAndTheRestTheParents)
     EXPECT_EQ(inside(), palette.color(QPalette::Base));
     control.setParentColor(true);
     EXPECT_EQ(inside(), QColor(1, 2, 3));
-}
-
-TEST_F(Backgrounds, theControlsColourGoesOnWhereAPictureEnds)
-{
-    auto &control = tabs({u"a"_s});
     control.setColor(QColor(4, 5, 6));
     QLabel label(&m_form);
     label.setPixmap(coordinates(120, 90));
@@ -156,13 +172,7 @@ TEST_F(Backgrounds, theControlsColourGoesOnWhereAPictureEnds)
                      [&](QWidget *sender, QPainter *painter, int, const TRect &rect) {
                          ExtDrawBkgndImage(sender, painter, rect, &label);
                      });
-    show();
-    EXPECT_EQ(control.grab().toImage().pixelColor(400, 200), QColor(4, 5, 6));
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-    EXPECT_EQ(control.grab().toImage().pixelColor(400, 200), QColor(4, 5, 6)) << "on the other path";
+    EXPECT_EQ(inside(), QColor(4, 5, 6)) << "and where the picture of a handler ends";
 }
 
 TEST_F(Backgrounds, tabsWithoutAColourOpenOntoTheirPicture)

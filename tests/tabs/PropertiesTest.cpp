@@ -2,8 +2,15 @@
 
 #include <Zelmar01/tabs/TabStyleWord.h>
 
-#include <QMetaEnum>
+#include <QDir>
+#include <QFile>
 #include <QMetaProperty>
+
+#ifdef WITH_UITOOLS
+#include <QUiLoader>
+#endif
+
+#include "ui_TabsForm.h"
 
 using namespace Zelmar01;
 using namespace Qt::StringLiterals;
@@ -12,29 +19,42 @@ namespace {
 
 using Properties = TabFixture;
 
+#ifdef WITH_UITOOLS
+// Knows the classes without a plugin.
+class TLoader : public QUiLoader
+{
+public:
+    QWidget *createWidget(const QString &name, QWidget *parent, const QString &objectName) override
+    {
+        QWidget *made = name == u"Zelmar01::TExtPageControl"_s  ? new TExtPageControl(parent)
+                        : name == u"Zelmar01::TExtTabControl"_s ? new TExtTabControl(parent)
+                        : name == u"Zelmar01::TTabSheet"_s
+                            ? new TTabSheet(parent)
+                            : QUiLoader::createWidget(name, parent, objectName);
+        made->setObjectName(objectName);
+        return made;
+    }
+};
+#endif
+
 } // namespace
 
 TEST_F(Properties, sizesAreSwappedWhereTabsAreRead)
 {
-    struct TSizes
-    {
-        int Height, Width, ItemHeight, ItemWidth;
-        bool operator==(const TSizes &) const = default;
-    };
     const struct
     {
         int Height, Width;
         std::vector<TExtTabPosition> Positions;
-        TSizes Sizes;
+        std::vector<int> Sizes; // TabHeight, TabWidth, ItemHeight, ItemWidth
     } cases[] = {
         {0, 0, {tabPosLeft}, {35, 70, 70, 35}},
         {0, 0, {tabPosBottom}, {0, 0, 0, 0}},
         {0, 0, {tabPosRight, tabPosTop}, {35, 70, 35, 70}},
         {20, 0, {tabPosRight}, {20, 70, 70, 20}},
         {20, 90, {tabPosLeft, tabPosRight}, {20, 90, 90, 20}},
-        {20, 90, {tabPosBottom}, {20, 90, 20, 90}},
         {20, 90, {tabPosLeft, tabPosBottom, tabPosTop}, {20, 90, 20, 90}},
     };
+    TExtTabControl last;
     for (const auto &[height, width, positions, sizes] : cases) {
         TExtTabControl control;
         control.setTabHeight(height);
@@ -42,31 +62,25 @@ TEST_F(Properties, sizesAreSwappedWhereTabsAreRead)
         for (const auto position : positions)
             control.setTabPosition(position);
         EXPECT_EQ(
-            (TSizes{control.TabHeight(), control.TabWidth(), control.ItemHeight(), control.ItemWidth()}),
+            (std::vector{control.TabHeight(), control.TabWidth(), control.ItemHeight(), control.ItemWidth()}),
             sizes);
     }
-    TExtTabControl control;
-    control.setTabPosition(tabPosLeft);
-    control.setTabHeight(44);
-    EXPECT_EQ(control.ItemWidth(), 44) << "the height of a vertical tab runs along the strip";
-    control.setTabWidth(1'000'000);
-    EXPECT_EQ(control.ItemHeight(), 0xFFFF);
-}
+    last.setTabPosition(tabPosLeft);
+    last.setTabHeight(44);
+    last.setTabWidth(1'000'000);
+    EXPECT_EQ(last.ItemWidth(), 44) << "the height of a vertical tab runs along the strip";
+    EXPECT_EQ(last.ItemHeight(), 0xFFFF);
 
-TEST_F(Properties, buttonsAreAtTheTopOnly)
-{
-    TExtTabControl control;
-    control.setTabPosition(tabPosBottom);
-    EXPECT_EQ(control.WindowStyle(), 0x2002U);
-    control.setTabStyle(tabStButton);
-    EXPECT_EQ(control.TabPosition(), tabPosTop);
-    EXPECT_EQ(control.WindowStyle(), 0x2100U);
-    control.setTabPosition(tabPosRight);
-    EXPECT_EQ(control.TabStyle(), tabStDefault);
-    EXPECT_EQ(control.WindowStyle(), 0x2082U);
-    control.setMultiLine(true);
-    EXPECT_EQ(control.WindowStyle(), 0x2282U);
-    EXPECT_EQ(control.WindowStyle(), control.CreateParams());
+    last.setTabStyle(tabStButton);
+    EXPECT_EQ(last.TabPosition(), tabPosTop) << "where buttons are";
+    EXPECT_EQ(last.WindowStyle(), 0x2100U);
+    last.setTabPosition(tabPosRight);
+    EXPECT_EQ(last.TabStyle(), tabStDefault);
+    EXPECT_EQ(last.WindowStyle(), 0x2082U);
+    TExtGlyphs other(&last);
+    other.setSpacing(99);
+    last.SetTabGlyphs(&other);
+    EXPECT_EQ(last.TabGlyphs()->Spacing(), 5) << "glyphs are set one by one";
 }
 
 TEST_F(Properties, theWiderFontSizesTheTabs)
@@ -76,167 +90,149 @@ TEST_F(Properties, theWiderFontSizesTheTabs)
     small.setPixelSize(12);
     large.setPixelSize(20);
     control.setTabs({u"Montres"_s});
-    const struct
-    {
-        QFont Active, Inactive, Sizing;
-    } cases[] = {{small, large, large}, {large, small, large}};
-    for (const auto &[active, inactive, sizing] : cases) {
+    for (const auto &[active, inactive] : {std::pair(small, large), std::pair(large, small)}) {
         control.setTabActiveFont(active);
         control.setTabInactiveFont(inactive);
-        EXPECT_EQ(control.SizingFont().pixelSize(), sizing.pixelSize());
+        EXPECT_EQ(control.SizingFont().pixelSize(), 20);
         EXPECT_GT(control.GetTabRect(0).Width(), QFontMetrics(large).horizontalAdvance(u"Montres"_s));
     }
     auto same = small;
     same.setUnderline(true);
     control.setTabActiveFont(same);
-    control.setTabInactiveFont(small);
     EXPECT_TRUE(control.SizingFont().underline()) << "the active one when both are as wide";
-}
 
-TEST_F(Properties, tabsWithoutASizeFitTheirContent)
-{
-    auto &control = tabs({u"Or"_s, u"Montres de plongee"_s});
-    control.setTabWidth(0);
-    control.setTabHeight(0);
-    const QFontMetrics metrics(control.SizingFont());
-    const auto width = [&] { return control.GetTabRect(1).Width(); };
-    const auto height = [&] { return control.GetTabRect(1).Height(); };
-    EXPECT_GE(width(), metrics.horizontalAdvance(u"Montres de plongee"_s) + 4);
-    EXPECT_LT(control.GetTabRect(0).Width(), width());
-    const int plainWidth = width(), plainHeight = height();
-    QPixmap strip(48, 24);
-    strip.fill(Qt::red);
-    control.TabGlyphs()->setGlyph(strip);
-    EXPECT_EQ(width(), plainWidth) << "no cells, no room";
-    control.TabGlyphs()->setNumGlyphs(2);
-    EXPECT_EQ(width(), plainWidth + 24 + 5);
-    control.TabGlyphs()->setPosition(glPosTop);
-    EXPECT_EQ(width(), plainWidth);
-    EXPECT_EQ(height(), plainHeight + 24 + 5);
-}
+    control.setParentFont(false);
+    QApplication::setFont(large, "QWidget");
+    EXPECT_NE(control.font().pixelSize(), 20);
+    control.setParentFont(true);
+    EXPECT_EQ(control.font().pixelSize(), 20);
+    QApplication::setFont(QFont(), "QWidget");
 
-TEST_F(Properties, scalingTakesTabsAndFontsAlong)
-{
-    TExtTabControl control;
     control.setTabHeight(21);
     control.setTabWidth(70);
-    control.TabActiveFont()->setHeight(-12);
     control.ChangeScale(3, 2);
     EXPECT_EQ(control.TabHeight(), 32);
     EXPECT_EQ(control.TabWidth(), 105);
     EXPECT_EQ(control.TabActiveFont()->Height(), -18);
 }
 
-TEST_F(Properties, otherObjectsForGlyphsAndHotTrackingChangeNothing)
+TEST_F(Properties, tabsWithoutASizeFitTheirContent)
 {
-    TExtTabControl control, other;
-    other.TabGlyphs()->setSpacing(99);
-    other.Hottrack()->setEnabled(true);
-    control.SetTabGlyphs(other.TabGlyphs());
-    control.SetHottrack(other.Hottrack());
-    EXPECT_EQ(control.TabGlyphs()->Spacing(), 5);
-    EXPECT_FALSE(control.Hottrack()->Enabled());
-}
-
-// Everything a form can set, through the property system as a form does, and back to its default.
-TEST_F(Properties, formsReachEverything)
-{
-    QPixmap strip(32, 16);
+    auto &control = tabs({u"Or"_s, u"Montres de plongée"_s});
+    control.setTabWidth(0);
+    control.setTabHeight(0);
+    const auto size = [&] { return ToQRect(control.GetTabRect(1)).size(); };
+    const auto plain = size();
+    EXPECT_LT(control.GetTabRect(0).Width(), plain.width());
+    QPixmap strip(48, 24);
     strip.fill(Qt::red);
-    QFont font(u"DejaVu Sans"_s);
-    font.setBold(true);
+    control.TabGlyphs()->setGlyph(strip);
+    EXPECT_EQ(size(), plain) << "no cells, no room";
+    control.TabGlyphs()->setNumGlyphs(2);
+    EXPECT_EQ(size().width(), plain.width() + 24 + 5);
+    control.TabGlyphs()->setPosition(glPosTop);
+    EXPECT_EQ(size(), plain + QSize(0, 24 + 5));
+    control.setTabWordWrap(true);
+    control.setTabWidth(80);
+    EXPECT_GT(size().height(), plain.height() + 24 + 5) << "two lines";
+}
+
+// A form in the way of the compiler, and in that of the loader.
+TEST_F(Properties, aFormKeepsEverything)
+{
     const struct
     {
-        const char *Name;
+        const char *Widget, *Name;
         QVariant Value;
-        bool CanBeReset;
-    } cases[] = {
-        {"Color", QColor(1, 2, 3), true},
-        {"ParentColor", true, true},
-        {"MultiLine", true, false},
-        {"ShowHint", false, false},
-        {"Hottrack_Enabled", true, false},
-        {"Hottrack_TabActiveColor", QColor(4, 5, 6), true},
-        {"Hottrack_TabInactiveColor", QColor(7, 8, 9), true},
-        {"TabActiveColor", QColor(10, 11, 12), true},
-        {"TabActiveFont", font, true},
-        {"TabActiveFont_Color", QColor(13, 14, 15), true},
-        {"TabGlyphs_NumGlyphs", 2, false},
-        {"TabGlyphs_Position", QVariant::fromValue(glPosTop), false},
-        {"TabGlyphs_Spacing", 9, true},
-        {"TabGlyphs_TransparentColor", QColor(0, 0, 255), true},
-        {"TabHeight", 30, false},
-        {"TabHints", QStringList{u"a"_s, u"b"_s}, false},
-        {"TabInactiveColor", QColor(16, 17, 18), true},
-        {"TabInactiveFont", font, true},
-        {"TabInactiveFont_Color", QColor(19, 20, 21), true},
-        {"TabPosition", QVariant::fromValue(tabPosRight), true},
-        {"TabWidth", 90, false},
-        {"TabWordWrap", true, false},
-        {"TabStyle", QVariant::fromValue(tabStButton), true},
-        {"InitialTab", 2, true},
-        {"Tabs", QStringList{u"x"_s, u"y"_s, u"z"_s}, false},
-        {"TabIndex", 1, false},
+    } kept[] = {
+        {"pages", "Align", QVariant::fromValue(TPlacement::alClient)},
+        {"pages", "ActivePage", u"fiche"_s},
+        {"pages", "InitialPage", -1},
+        {"pages", "Color", QColor(1, 2, 3)},
+        {"pages", "MultiLine", true},
+        {"pages", "ShowHint", false},
+        {"pages", "Hottrack_Enabled", true},
+        {"pages", "Hottrack_TabActiveColor", QColor(4, 5, 6)},
+        {"pages", "Hottrack_TabInactiveColor", QColor(7, 8, 9)},
+        {"pages", "TabActiveColor", QColor(10, 11, 12)},
+        {"pages", "TabActiveFont_Color", QColor(13, 14, 15)},
+        {"pages", "TabGlyphs_NumGlyphs", 4},
+        {"pages", "TabGlyphs_Position", QVariant::fromValue(glPosTop)},
+        {"pages", "TabGlyphs_Spacing", 9},
+        {"pages", "TabGlyphs_TransparentColor", QColor(0, 0, 255)},
+        {"pages", "TabHeight", 30},
+        {"pages", "TabHints", QStringList{u"a"_s, u"b"_s}},
+        {"pages", "TabInactiveColor", QColor(16, 17, 18)},
+        {"pages", "TabInactiveFont_Color", QColor(19, 20, 21)},
+        {"pages", "TabPosition", QVariant::fromValue(tabPosRight)},
+        {"pages", "TabWidth", 90},
+        {"pages", "TabWordWrap", true},
+        {"vente", "Caption", u"&Vente"_s},
+        {"vente", "TabVisible", false},
+        {"vente", "Tag", 7},
+        {"fiche", "PageIndex", 1},
+        {"stock", "enabled", false},
+        {"tabs", "Anchors", QVariant::fromValue(TPlacement::TAnchors(TPlacement::akBottom))},
+        {"tabs", "InitialTab", 2},
+        {"tabs", "ParentColor", true},
+        {"tabs", "TabIndex", 1},
+        {"tabs", "Tabs", QStringList{u"x"_s, u"y"_s, u"z"_s}},
+        {"tabs", "TabStyle", QVariant::fromValue(tabStButton)},
     };
-    TExtTabControl control, untouched;
-    control.setProperty("TabGlyphs_Glyph", strip);
-    for (const auto &[name, value, canBeReset] : cases) {
-        const auto property = control.metaObject()->property(control.metaObject()->indexOfProperty(name));
-        ASSERT_TRUE(property.isValid()) << name;
-        EXPECT_TRUE(property.write(&control, value)) << name;
-        EXPECT_EQ(property.read(&control), value) << name;
-        EXPECT_EQ(property.isResettable(), canBeReset) << name;
-        if (property.isResettable()) {
-            EXPECT_TRUE(property.reset(&control));
-            EXPECT_EQ(property.read(&control), property.read(&untouched)) << name;
+    const auto check = [&](QWidget &form) {
+        for (const auto &[name, property, value] : kept) {
+            const auto *widget = form.findChild<QWidget *>(QLatin1String(name));
+            ASSERT_NE(widget, nullptr) << name;
+            EXPECT_EQ(widget->property(property), value) << name << '.' << property;
         }
-    }
-    EXPECT_EQ(control.TabGlyphs()->ImageList()->Count(), 2);
-}
-
-TEST_F(Properties, enumerationsHaveTheirNamesInForms)
-{
-    const auto &meta = TExtPageControl::staticMetaObject;
-    const struct
+        const auto &pages = *form.findChild<TExtPageControl *>();
+        EXPECT_EQ(pages.TabActiveFont()->SetParts().pointSize(), 17);
+        EXPECT_TRUE(pages.TabInactiveFont()->SetParts().bold());
+        EXPECT_EQ(pages.TabGlyphs()->ImageList()->Count(), 4);
+        form.show();
+        EXPECT_EQ(pages.ActivePage(), form.findChild<QWidget *>(u"fiche"_s));
+        EXPECT_EQ(form.findChild<TExtTabControl *>(u"tabs"_s)->GetTabIndex(), 2) << "the initial one";
+    };
+    const struct TFolder
     {
-        const char *Property;
-        std::vector<const char *> Names;
-    } cases[] = {{"TabPosition", {"tabPosLeft", "tabPosRight", "tabPosTop", "tabPosBottom"}},
-                 {"TabStyle", {"tabStDefault", "tabStButton"}},
-                 {"TabGlyphs_Position", {"glPosLeft", "glPosTop"}}};
-    for (const auto &[property, names] : cases) {
-        const auto enumerator = meta.property(meta.indexOfProperty(property)).enumerator();
-        ASSERT_EQ(enumerator.keyCount(), static_cast<int>(names.size())) << property;
-        for (int i = 0; i < enumerator.keyCount(); ++i) {
-            EXPECT_STREQ(enumerator.key(i), names[static_cast<std::size_t>(i)]);
-            EXPECT_EQ(enumerator.value(i), i);
-        }
-    }
-    EXPECT_EQ(tabPosBottom, 3) << "the list that Qt reads and the one that is compiled are the same";
-    EXPECT_EQ(tabStButton, 1);
-    EXPECT_EQ(glPosTop, 1);
+        QString Before = QDir::currentPath();
+        TFolder() { QDir::setCurrent(QStringLiteral(PICTURES)); }
+        ~TFolder() { QDir::setCurrent(Before); }
+    } pictures;
+    QWidget compiled;
+    Ui::TabsForm().setupUi(&compiled);
+    check(compiled);
+#ifdef WITH_UITOOLS
+    QFile file(QStringLiteral(FORM));
+    ASSERT_TRUE(file.open(QFile::ReadOnly));
+    const std::unique_ptr<QWidget> loaded(TLoader().load(&file));
+    ASSERT_NE(loaded, nullptr);
+    check(*loaded);
+#endif
 }
 
-TEST_F(Properties, coloursAreFixedOrOfTheDesktopOrNone)
+TEST_F(Properties, whatCanBeResetGoesBackToItsDefault)
 {
-    EXPECT_EQ(TColor(QColor(160, 160, 164)).Value(), 0x00A4A0A0U);
-    EXPECT_TRUE(TColor(QColor()).IsNone());
-    EXPECT_TRUE(TColor(QColor(1, 2, 3, 0)).IsNone());
-    EXPECT_EQ(TColor(QColor(1, 2, 3, 4)), TColor(QColor(1, 2, 3)));
-    EXPECT_EQ(clNone.Resolved({}).alpha(), 0);
-    QPalette palette;
-    palette.setColor(QPalette::Base, QColor(9, 8, 7));
-    EXPECT_EQ(clWindow.Resolved(palette), QColor(9, 8, 7));
-
-    EXPECT_NEAR(ContrastOf(Qt::black, Qt::white), 21, 0.01);
-    for (int still = 0; still < 256; still += 15) {
-        const QColor ground(still, 255 - still, still / 2);
-        for (const auto &moving : {QColor(160, 160, 164), QColor(200, 0, 0), QColor(0, 0, 90)}) {
-            const auto moved = WithContrast(moving, ground);
-            EXPECT_GE(ContrastOf(moved, ground), 4.49);
-            if (ContrastOf(moving, ground) >= 4.5) {
-                EXPECT_EQ(moved, moving);
-            }
-        }
+    TExtPageControl control, untouched;
+    QFont bold;
+    bold.setBold(true);
+    const auto &meta = *control.metaObject();
+    int count = 0;
+    for (int i = QWidget::staticMetaObject.propertyCount(); i < meta.propertyCount(); ++i) {
+        const auto property = meta.property(i);
+        if (!property.isResettable())
+            continue;
+        const auto type = property.typeId();
+        property.write(&control, type == QMetaType::QColor  ? QVariant(QColor(9, 8, 7))
+                                 : type == QMetaType::QFont ? QVariant(bold)
+                                 : type == QMetaType::QPixmap
+                                     ? QVariant(QPixmap(4, 4))
+                                     : QVariant(property.read(&control).toInt() == 1 ? 0 : 1));
+        EXPECT_TRUE(property.reset(&control));
+        const bool same = property.read(&control) == property.read(&untouched);
+        EXPECT_TRUE(same || type == QMetaType::QPixmap) << property.name();
+        ++count;
     }
+    EXPECT_GE(count, 15);
+    EXPECT_TRUE(control.TabGlyphs()->Glyph().isNull());
 }

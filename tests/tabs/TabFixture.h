@@ -98,6 +98,9 @@ protected:
             QApplication::processEvents();
     }
 
+    /// Four stones of 16 by 16.
+    static QPixmap glyphs() { return QPixmap(QStringLiteral(PICTURES "/glyphs.png")); }
+
     static QPoint middleOf(const Zelmar01::TExtCustomTab &control, int tab)
     {
         return Zelmar01::ToQRect(control.GetTabRect(tab)).center();

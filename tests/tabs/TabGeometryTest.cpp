@@ -1,57 +1,77 @@
+#include <Zelmar01/tabs/ComCtlVersion.h>
 #include <Zelmar01/tabs/TabGeometry.h>
 #include <Zelmar01/tabs/TabStyleWord.h>
 
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <set>
+#include <sstream>
 
 using namespace Zelmar01;
 
-namespace Zelmar01 {
-
-void PrintTo(const TRect &rect, std::ostream *out)
-{
-    *out << '{' << rect.Left << ", " << rect.Top << ", " << rect.Right << ", " << rect.Bottom << '}';
-}
-void PrintTo(const TPoint &point, std::ostream *out)
-{
-    *out << '{' << point.X << ", " << point.Y << '}';
-}
-
-} // namespace Zelmar01
-
 namespace {
 
-constexpr int width = 400, height = 300;
-
-TStripSpec spec(TExtTabPosition position, std::vector<int> lengths, int thickness, int selected = -1)
+// A control of 400 by 300, with tabs of 20 across the strip.
+TStripSpec spec(std::uint32_t style, std::vector<int> lengths, int selected = -1)
 {
-    return {StyleWord(position, tabStDefault, false),
-            width,
-            height,
-            false,
-            std::move(lengths),
-            thickness,
-            selected,
-            0};
+    return {style, 400, 300, false, std::move(lengths), 20, selected, 0};
 }
 
-struct TSide
+std::string text(const TRect &rect)
 {
-    TExtTabPosition Position;
-    bool RightToLeft;
-    TRect Second, SecondDrawn, Display, Sheet;
-    TPoint Selected, Other;
-};
+    std::ostringstream out;
+    out << rect.Left << ' ' << rect.Top << ' ' << rect.Right << ' ' << rect.Bottom;
+    return out.str();
+}
 
-class Sides : public testing::TestWithParam<TSide>
+std::string text(TPoint point)
 {
-};
+    return std::to_string(point.X) + ' ' + std::to_string(point.Y);
+}
 
 } // namespace
 
-TEST(StyleWord, namesOnlyTheBitsOfItsProperties)
+// Three tabs of 80 along the strip, the second selected: its place, what is drawn of it, page, page area, and
+// how far the contents of the selected tab and of the others are moved.
+TEST(TabGeometry, everythingIsInItsPlaceOnEverySide)
+{
+    const struct
+    {
+        TExtTabPosition Position;
+        bool RightToLeft;
+        const char *Places;
+    } cases[] = {
+        {tabPosTop, false, "86 3 166 23, 84 1 168 23, 4 26 396 296, 0 24 400 300, 0 -1, 0 1"},
+        {tabPosBottom, false, "86 277 166 297, 84 277 168 299, 4 4 396 274, 0 0 400 276, 0 0, 0 -2"},
+        {tabPosLeft, false, "3 86 23 166, 1 84 23 168, 26 4 396 296, 24 0 400 300, -2 0, 0 0"},
+        {tabPosRight, false, "377 86 397 166, 377 84 399 168, 4 4 374 296, 0 0 376 300, 2 0, 0 0"},
+        {tabPosTop, true, "234 3 314 23, 232 1 316 23, 4 26 396 296, 0 24 400 300, 0 -1, 0 1"},
+        {tabPosLeft, true, "377 86 397 166, 377 84 399 168, 4 4 374 296, 0 0 376 300, 2 0, 0 0"},
+        {tabPosRight, true, "3 86 23 166, 1 84 23 168, 26 4 396 296, 24 0 400 300, -2 0, 0 0"},
+    };
+    for (const auto &[position, rightToLeft, places] : cases) {
+        auto what = spec(StyleWord(position, tabStDefault, false), {80, 80, 80}, 1);
+        what.RightToLeft = rightToLeft;
+        const TStripLayout strip(what);
+        EXPECT_EQ(text(strip.Item(1)) + ", " + text(strip.DrawnItem(1)) + ", " + text(strip.DisplayArea()) +
+                      ", " + text(strip.SheetArea()) + ", " + text(strip.ContentShift(true)) + ", " +
+                      text(strip.ContentShift(false)),
+                  places);
+        EXPECT_EQ(strip.DrawnItem(0), strip.Item(0));
+        EXPECT_EQ(strip.TabAt({strip.Item(1).Left + 9, strip.Item(1).Top + 9}), 1);
+    }
+    const TStripLayout buttons(spec(TCS_BUTTONS, {80, 80}, 1));
+    EXPECT_EQ(buttons.DrawnItem(1), buttons.Item(1));
+    EXPECT_EQ(buttons.ContentShift(true), TPoint());
+    EXPECT_EQ(buttons.ContentShift(false), TPoint());
+
+    const TStripLayout none(spec(0, {}));
+    EXPECT_EQ(text(none.DisplayArea()), "4 6 396 296");
+    EXPECT_EQ(none.TabAt({10, 10}), -1);
+    EXPECT_EQ(none.Item(-1), TRect());
+}
+
+TEST(TabGeometry, aStyleWordHasTheBitsOfItsPropertiesOnly)
 {
     const struct
     {
@@ -60,10 +80,9 @@ TEST(StyleWord, namesOnlyTheBitsOfItsProperties)
         bool MultiLine;
         std::uint32_t Word;
     } cases[] = {
-        {tabPosLeft, tabStDefault, false, 0x2080},  {tabPosRight, tabStDefault, false, 0x2082},
-        {tabPosTop, tabStDefault, false, 0x2000},   {tabPosBottom, tabStDefault, false, 0x2002},
-        {tabPosTop, tabStButton, false, 0x2100},    {tabPosTop, tabStDefault, true, 0x2200},
-        {tabPosBottom, tabStDefault, true, 0x2202}, {tabPosRight, tabStButton, true, 0x2382},
+        {tabPosLeft, tabStDefault, false, 0x2080}, {tabPosRight, tabStDefault, false, 0x2082},
+        {tabPosTop, tabStDefault, false, 0x2000},  {tabPosBottom, tabStDefault, false, 0x2002},
+        {tabPosTop, tabStButton, false, 0x2100},   {tabPosRight, tabStButton, true, 0x2382},
     };
     for (const auto &[position, style, multiLine, word] : cases) {
         EXPECT_EQ(StyleWord(position, style, multiLine), word);
@@ -71,164 +90,77 @@ TEST(StyleWord, namesOnlyTheBitsOfItsProperties)
     }
 }
 
-// Three tabs of 80 along and 20 across, the second selected; strip of 22.
-TEST_P(Sides, putEverythingInItsPlace)
-{
-    const auto &side = GetParam();
-    auto what = spec(side.Position, {80, 80, 80}, 20, 1);
-    what.RightToLeft = side.RightToLeft;
-    const TStripLayout strip(what);
-    EXPECT_EQ(strip.Item(1), side.Second);
-    EXPECT_EQ(strip.DrawnItem(1), side.SecondDrawn);
-    EXPECT_EQ(strip.DrawnItem(0), strip.Item(0));
-    EXPECT_EQ(strip.DisplayArea(), side.Display);
-    EXPECT_EQ(strip.SheetArea(), side.Sheet);
-    EXPECT_EQ(strip.ContentShift(true), side.Selected);
-    EXPECT_EQ(strip.ContentShift(false), side.Other);
-    EXPECT_TRUE(strip.Arrows().IsEmpty());
-    EXPECT_EQ(strip.TabAt({(side.Second.Left + side.Second.Right) / 2, side.Second.Top + 5}), 1);
-}
-
-INSTANTIATE_TEST_SUITE_P(Tabs, Sides,
-                         testing::Values(TSide{tabPosTop,
-                                               false,
-                                               {86, 3, 166, 23},
-                                               {84, 1, 168, 23},
-                                               {4, 26, 396, 296},
-                                               {0, 24, 400, 300},
-                                               {0, -1},
-                                               {0, 1}},
-                                         TSide{tabPosBottom,
-                                               false,
-                                               {86, 277, 166, 297},
-                                               {84, 277, 168, 299},
-                                               {4, 4, 396, 274},
-                                               {0, 0, 400, 276},
-                                               {0, 0},
-                                               {0, -2}},
-                                         TSide{tabPosLeft,
-                                               false,
-                                               {3, 86, 23, 166},
-                                               {1, 84, 23, 168},
-                                               {26, 4, 396, 296},
-                                               {24, 0, 400, 300},
-                                               {-2, 0},
-                                               {0, 0}},
-                                         TSide{tabPosRight,
-                                               false,
-                                               {377, 86, 397, 166},
-                                               {377, 84, 399, 168},
-                                               {4, 4, 374, 296},
-                                               {0, 0, 376, 300},
-                                               {2, 0},
-                                               {0, 0}},
-                                         TSide{tabPosTop,
-                                               true,
-                                               {234, 3, 314, 23},
-                                               {232, 1, 316, 23},
-                                               {4, 26, 396, 296},
-                                               {0, 24, 400, 300},
-                                               {0, -1},
-                                               {0, 1}},
-                                         TSide{tabPosBottom,
-                                               true,
-                                               {234, 277, 314, 297},
-                                               {232, 277, 316, 299},
-                                               {4, 4, 396, 274},
-                                               {0, 0, 400, 276},
-                                               {0, 0},
-                                               {0, -2}},
-                                         TSide{tabPosLeft,
-                                               true,
-                                               {377, 86, 397, 166},
-                                               {377, 84, 399, 168},
-                                               {4, 4, 374, 296},
-                                               {0, 0, 376, 300},
-                                               {2, 0},
-                                               {0, 0}},
-                                         TSide{tabPosRight,
-                                               true,
-                                               {3, 86, 23, 166},
-                                               {1, 84, 23, 168},
-                                               {26, 4, 396, 296},
-                                               {24, 0, 400, 300},
-                                               {-2, 0},
-                                               {0, 0}}));
-
-TEST(TabGeometry, buttonsNeitherGrowNorShift)
-{
-    auto what = spec(tabPosTop, {80, 80}, 20, 1);
-    what.Style |= TCS_BUTTONS;
-    const TStripLayout strip(what);
-    EXPECT_EQ(strip.DrawnItem(1), strip.Item(1));
-    for (const bool selected : {false, true})
-        EXPECT_EQ(strip.ContentShift(selected), TPoint());
-}
-
+// Rows of two tabs each: 0 1, 2 3, 4.
 TEST(TabGeometry, rowsKeepTheirOrderButTheSelectedOneIsAtThePage)
 {
-    // Rows of two tabs each: 0 1, 2 3, 4.
     const struct
     {
         int Selected;
         std::vector<int> Tops; // of the tabs 0, 2 and 4
     } cases[] = {{-1, {3, 23, 43}}, {1, {43, 3, 23}}, {2, {3, 43, 23}}, {4, {3, 23, 43}}};
     for (const auto &[selected, tops] : cases) {
-        auto what = spec(tabPosTop, {180, 180, 180, 180, 180}, 20, selected);
-        what.Style |= TCS_MULTILINE;
-        const TStripLayout strip(what);
-        EXPECT_EQ(strip.RowCount(), 3);
+        const TStripLayout strip(spec(TCS_MULTILINE, {180, 180, 180, 180, 180}, selected));
         EXPECT_EQ((std::vector{strip.Item(0).Top, strip.Item(2).Top, strip.Item(4).Top}), tops) << selected;
         EXPECT_EQ(strip.Item(1).Left, 186);
         EXPECT_EQ(strip.DisplayArea().Top, 3 * 20 + 2 + 4);
         EXPECT_TRUE(strip.Arrows().IsEmpty());
-        if (selected >= 0) {
-            EXPECT_EQ(strip.DrawingOrder().back(), selected);
-        }
         EXPECT_EQ(std::set(strip.DrawingOrder().begin(), strip.DrawingOrder().end()).size(), 5U);
-        // The grown tab covers the edge of the row before it.
         if (selected == 4) {
-            EXPECT_EQ(strip.TabAt({10, 42}), 4);
+            EXPECT_EQ(strip.TabAt({10, 42}), 4) << "the grown tab covers the edge of the row before it";
             EXPECT_EQ(strip.TabAt({10, 39}), 2);
+            EXPECT_EQ(strip.DrawingOrder().back(), 4);
         }
     }
 }
 
+TEST(TabGeometry, anotherRowIsEnteredAtTheNearestTab)
+{
+    // 0 1 2, 3 4, 5 6 7, where 3 and 4 are wide and the tabs of `refused` cannot be entered.
+    const TStripLayout strip(spec(TCS_MULTILINE, {120, 120, 120, 180, 180, 120, 120, 120}, 4));
+    const struct
+    {
+        int Tab, Step, Next;
+        std::set<int> Refused;
+    } cases[] = {{0, 1, 3, {}},  {2, 1, 4, {}},     {4, -1, 2, {}},        {3, 1, 5, {}},
+                 {5, 1, -1, {}}, {2, 1, 7, {3, 4}}, {7, -1, 1, {2, 3, 4}}, {-1, 1, -1, {}}};
+    for (const auto &[tab, step, next, refused] : cases)
+        EXPECT_EQ(strip.TabInRow(tab, step, [&](int other) { return !refused.contains(other); }), next)
+            << tab;
+}
+
+// Ten tabs of 80 need 830 pixels of the 400.
 TEST(TabGeometry, arrowsScrollWhatFindsNoRoom)
 {
-    // Ten tabs of 80 need 830 pixels of the 400.
-    auto what = spec(tabPosTop, std::vector<int>(10, 80), 20);
+    auto what = spec(0, std::vector<int>(10, 80));
     const TStripLayout first(what);
-    EXPECT_EQ(first.Arrows(), (TRect{364, 3, 400, 23}));
-    EXPECT_EQ(first.Item(0).Left, 3);
+    EXPECT_EQ(text(first.Arrows()), "364 3 400 23");
     EXPECT_EQ(first.TabAt({380, 10}), -1) << "the arrows cover the tab below";
     EXPECT_EQ(first.LastFirstTab(), 6);
-
     what.FirstTab = 2;
     const TStripLayout scrolled(what);
     EXPECT_EQ(scrolled.Item(2).Left, 3);
     EXPECT_EQ(scrolled.Item(0).Left, 3 - 2 * 83);
-    EXPECT_EQ(scrolled.FirstTabShowing(1), 1);
-    EXPECT_EQ(scrolled.FirstTabShowing(3), 2) << "seen already";
-    EXPECT_EQ(scrolled.FirstTabShowing(6), 3);
-
+    for (const auto &[tab, begin] : {std::pair(1, 1), std::pair(3, 2), std::pair(6, 3)})
+        EXPECT_EQ(scrolled.FirstTabShowing(tab), begin);
     what.FirstTab = 99;
     const TStripLayout last(what);
     EXPECT_EQ(last.FirstTab(), 6);
     EXPECT_LE(last.Item(9).Right, 364);
-
     for (const int size : {0, 1, 30}) {
         what.Width = size;
-        what.FirstTab = 3;
         EXPECT_EQ(TStripLayout(what).Count(), 10) << "a control too small for anything";
     }
 }
 
-TEST(TabGeometry, withoutTabsThereIsAPageAreaOnly)
+TEST(ComCtlVersion, newMeansBeyond448)
 {
-    const TStripLayout strip(spec(tabPosTop, {}, 20));
-    EXPECT_EQ(strip.DisplayArea(), (TRect{4, 6, 396, 296}));
-    EXPECT_EQ(strip.TabAt({10, 10}), -1);
-    EXPECT_EQ(strip.Item(0), TRect());
-    EXPECT_EQ(strip.Item(-1), TRect());
+    for (const auto &[version, isNew] : std::initializer_list<std::pair<std::uint32_t, bool>>{
+             {0x00040030, false}, {0x00040031, true}, {0xFFFF0000, true}})
+        EXPECT_EQ(IsNewComCtlVersion(version), isNew);
+    EXPECT_FALSE(IsNewComCtlVersion(std::nullopt));
+#ifdef _WIN32
+    EXPECT_TRUE(IsNewComCtlVersion(ComCtlVersion()));
+#else
+    EXPECT_EQ(ComCtlVersion(), std::nullopt);
+#endif
 }

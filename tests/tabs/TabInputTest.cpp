@@ -85,11 +85,7 @@ TEST_F(TabInput, noWayLeadsToADisabledOrHiddenTab)
         {"wheel ends", 4, [&] { wheel(control, inStrip, -120); }, 4},
         {"half a step of the wheel", 4, [&] { wheel(control, inStrip, 60); }, 4},
         {"and the other half", 4, [&] { wheel(control, inStrip, 60); }, 2},
-        {"wheel over a page", 0,
-         [&] {
-             wheel(control, {100, 100}, -120);
-         },
-         0},
+        {"wheel over a page", 0, [&] { wheel(control, QPoint(100, 100), -120); }, 0},
         {"click", 0, [&] { click(control, 3); }, 4},
         {"click on a disabled one", 0, [&] { click(control, 1); }, 0},
         {"code", 0, [&] { control.SetActivePageIndex(1); }, 0},
@@ -101,6 +97,19 @@ TEST_F(TabInput, noWayLeadsToADisabledOrHiddenTab)
         a.Do();
         EXPECT_EQ(control.ActivePageIndex(), a.To) << a.What;
     }
+    EXPECT_TRUE(control.CMDialogChar(u'f')) << "consumed, although disabled";
+    EXPECT_FALSE(control.CMDialogChar(u'C')) << "hidden";
+    control.Pages(4)->setCaption(u"&Xénon"_s);
+    QTest::keyClick(&control, Qt::Key_X, Qt::AltModifier);
+    EXPECT_EQ(control.ActivePageIndex(), 4);
+    control.SetActivePageIndex(0);
+    auto *edit = new QLineEdit(control.Pages(0));
+    edit->show();
+    edit->setFocus();
+    QTest::keyClick(edit, Qt::Key_Right);
+    EXPECT_EQ(control.ActivePageIndex(), 0) << "an arrow in a page is the page's";
+    QTest::keyClick(edit, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(control.ActivePageIndex(), 2) << "which has no use for this";
     EXPECT_TRUE(m_shown.isEmpty()) << m_shown.join(u'\n').toStdString();
 }
 
@@ -130,33 +139,35 @@ TEST_F(TabInput, keysFollowTheWayTheStripRuns)
     EXPECT_EQ(control.GetTabIndex(), 0) << "without a selection, from the beginning";
 }
 
-TEST_F(TabInput, keysThatAPageDoesNotUseComeToItsControl)
+TEST_F(TabInput, arrowsAcrossTheStripGoFromRowToRow)
 {
-    auto &control = fivePages();
-    auto *edit = new QLineEdit(control.Pages(0));
+    // Five tabs in a row at the top and the bottom, of which the tab 6 is disabled, and one at the sides.
+    auto &control = tabs({u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s, u"f"_s, u"g"_s, u"h"_s});
+    control.setMultiLine(true);
+    control.SetTabEnabled(6, false);
+    control.setTabHeight(90);
+    control.setFixedSize(480, 270);
     show();
-    edit->setFocus();
-    QTest::keyClick(edit, Qt::Key_Down);
-    EXPECT_EQ(control.ActivePageIndex(), 0) << "an arrow in a page is the page's";
-    QTest::keyClick(edit, Qt::Key_Tab, Qt::ControlModifier);
-    EXPECT_EQ(control.ActivePageIndex(), 2);
-}
-
-TEST_F(TabInput, acceleratorsAreConsumedWhenThereIsATab)
-{
-    auto &control = fivePages();
-    show();
-    EXPECT_TRUE(control.CMDialogChar(u'f')) << "disabled, but its";
-    EXPECT_EQ(control.ActivePageIndex(), 0);
-    EXPECT_TRUE(control.CMDialogChar(u'S'));
-    EXPECT_EQ(control.ActivePageIndex(), 2);
-    EXPECT_FALSE(control.CMDialogChar(u'C'));
-    EXPECT_FALSE(control.CMDialogChar(u'x'));
-    control.Pages(4)->setCaption(u"&Xénon"_s);
-    QTest::keyClick(&control, Qt::Key_X, Qt::AltModifier);
-    EXPECT_EQ(control.ActivePageIndex(), 4);
-    control.setEnabled(false);
-    EXPECT_FALSE(control.CMDialogChar(u'S'));
+    control.setFocus();
+    const struct
+    {
+        TExtTabPosition Position;
+        bool RightToLeft;
+        int From;
+        Qt::Key Key;
+        int To;
+    } cases[] = {{tabPosTop, false, 0, Qt::Key_Down, 5},    {tabPosTop, false, 1, Qt::Key_Down, 5},
+                 {tabPosTop, false, 7, Qt::Key_Up, 2},      {tabPosTop, false, 7, Qt::Key_Down, 7},
+                 {tabPosBottom, false, 7, Qt::Key_Down, 2}, {tabPosLeft, false, 0, Qt::Key_Right, 2},
+                 {tabPosLeft, false, 2, Qt::Key_Left, 0},   {tabPosLeft, true, 0, Qt::Key_Left, 2},
+                 {tabPosRight, false, 0, Qt::Key_Left, 2},  {tabPosRight, true, 0, Qt::Key_Right, 2}};
+    for (const auto &[position, rightToLeft, from, key, to] : cases) {
+        control.setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+        control.setTabPosition(position);
+        control.SetTabIndex(from);
+        QTest::keyClick(&control, key);
+        EXPECT_EQ(control.GetTabIndex(), to) << position << ' ' << from;
+    }
 }
 
 TEST_F(TabInput, theMouseMakesATabHotUntilItLeavesTheTabs)
@@ -187,20 +198,13 @@ TEST_F(TabInput, theMouseMakesATabHotUntilItLeavesTheTabs)
     moveTo(control, middleOf(control, 2));
     moveTo(control, {-5, -5});
     EXPECT_EQ(control.Hottrack()->HotTab, -1);
-}
 
-TEST_F(TabInput, aButtonThatIsHeldKeepsTheHotTab)
-{
-    auto &control = fivePages();
-    control.Hottrack()->setEnabled(true);
-    show();
     moveTo(control, middleOf(control, 0));
     QTest::mousePress(m_form.windowHandle(), Qt::LeftButton, {},
                       control.mapTo(&m_form, middleOf(control, 0)));
     moveTo(control, middleOf(control, 2));
-    EXPECT_EQ(control.Hottrack()->HotTab, 0);
-    QTest::mouseRelease(m_form.windowHandle(), Qt::LeftButton, {},
-                        control.mapTo(&m_form, middleOf(control, 2)));
+    EXPECT_EQ(control.Hottrack()->HotTab, 0) << "as long as a button is held";
+    QTest::mouseRelease(m_form.windowHandle(), Qt::LeftButton);
 }
 
 TEST_F(TabInput, hintsAreTakenByPageAndCountedByTab)
