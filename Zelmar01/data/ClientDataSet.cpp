@@ -1,12 +1,19 @@
 #include <Zelmar01/data/ClientDataSet.h>
 
+#include "RowOrder.h"
+
 #include <QStringList>
 
 #include <algorithm>
 
 namespace Zelmar01 {
 
-TClientDataSet::TClientDataSet(QObject *owner) : TDataSet(owner) {}
+TClientDataSet::TClientDataSet(QObject *owner) : TDataSet(owner), m_rowOrder(std::make_unique<TRowOrder>())
+{
+    connect(this, &TDataSet::AfterClose, this, [this] { m_rowOrder->Clear(); });
+}
+
+TClientDataSet::~TClientDataSet() = default;
 
 void TClientDataSet::CreateDataSet(const TFieldDefs &defs)
 {
@@ -40,7 +47,7 @@ TFieldDefs TClientDataSet::readRows(std::unique_ptr<TRows> &rows)
     rows = m_loaded ? std::move(m_loaded) : std::make_unique<TRows>(m_defs);
     m_indexName.clear();
     m_indexFieldNames.clear();
-    m_keys.clear();
+    m_sortFields.clear();
     return m_defs;
 }
 
@@ -71,44 +78,45 @@ void TClientDataSet::setIndexFieldNames(const QString &fields)
     m_indexName.clear();
 }
 
-std::vector<TClientDataSet::TKey> TClientDataSet::keysOf(const TIndexDef &def) const
+std::vector<TSortField> TClientDataSet::sortFieldsOf(const TIndexDef &def) const
 {
     const auto sensitivity =
         def.Options.testFlag(ixCaseInsensitive) ? Qt::CaseInsensitive : Qt::CaseSensitive;
-    std::vector<TKey> keys;
+    std::vector<TSortField> fields;
     for (const auto &name : def.Fields.split(u';', Qt::SkipEmptyParts)) {
         const auto &field = FieldByName(name.trimmed());
-        keys.push_back(
+        fields.push_back(
             {static_cast<std::size_t>(field.Index()), def.IsDescending(field.FieldName()), sensitivity});
     }
-    return keys;
+    return fields;
 }
 
 void TClientDataSet::sortBy(const TIndexDef &def)
 {
     leaveRecord();
-    m_keys = keysOf(def);
+    auto fields = sortFieldsOf(def);
+    if (fields.empty() && m_sortFields.empty())
+        return;
+    auto sorted = m_rowOrder->Sorted(rows(), order(), fields);
     const auto current = currentRow();
-    std::sort(order().begin(), order().end(),
-              [this](std::size_t a, std::size_t b) { return isBefore(a, b); });
+    m_sortFields = std::move(fields);
+    order() = std::move(sorted);
     orderChanged(current);
+}
+
+void TClientDataSet::writeUpdate(const TRecord &, TRecord &)
+{
+    m_rowOrder->RowChanges(*currentRow());
 }
 
 int TClientDataSet::placeOf(std::size_t row) const
 {
     const auto &places = order();
-    const auto place = std::lower_bound(places.begin(), places.end(), row,
-                                        [this](std::size_t a, std::size_t b) { return isBefore(a, b); });
+    const auto place =
+        std::lower_bound(places.begin(), places.end(), row, [this](std::size_t a, std::size_t b) {
+            return IsBefore(rows(), m_sortFields, a, b);
+        });
     return static_cast<int>(place - places.begin());
-}
-
-// Row numbers grow in the order in which rows came: they settle what the keys leave open.
-bool TClientDataSet::isBefore(std::size_t a, std::size_t b) const
-{
-    for (const auto &key : m_keys)
-        if (const int order = rows().Column(key.Field).Compare(a, b, key.Sensitivity); order != 0)
-            return key.Descending ? order > 0 : order < 0;
-    return a < b;
 }
 
 } // namespace Zelmar01

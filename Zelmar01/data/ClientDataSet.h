@@ -5,11 +5,19 @@
 
 namespace Zelmar01 {
 
+class TRowOrder;
+struct TSortField;
+
 /// A dataset whose rows live in memory only, from code or from another dataset, in the order of one of its
 /// indexes.
 ///
 /// Without an index rows stand in the order in which they came. With one a posted row moves to its place.
-/// Nulls come first; rows that are equal keep the order in which they came.
+/// Nulls come first, texts go by their code points, folded one by one when the index says so; rows that are
+/// equal keep the order in which they came.
+///
+/// The first sort on a field takes most of the time. What it has found out is kept for the fields of the last
+/// index, 8 bytes a row, 16 for texts, until the dataset is closed: sorting by them again, in another
+/// direction, letter case or sequence, takes a fraction.
 class TClientDataSet : public TDataSet
 {
     Q_OBJECT
@@ -17,6 +25,7 @@ class TClientDataSet : public TDataSet
     Q_PROPERTY(QString IndexFieldNames READ IndexFieldNames WRITE setIndexFieldNames)
 public:
     explicit TClientDataSet(QObject *owner = nullptr);
+    ~TClientDataSet() override;
 
     /// Opens it without rows, with these fields.
     void CreateDataSet(const TFieldDefs &defs);
@@ -42,25 +51,20 @@ public:
 
 protected:
     TFieldDefs readRows(std::unique_ptr<TRows> &rows) override;
-    bool keepsOrder() const override { return !m_keys.empty(); }
+    void writeUpdate(const TRecord &before, TRecord &record) override;
+    bool keepsOrder() const override { return !m_sortFields.empty(); }
     int placeOf(std::size_t row) const override;
 
 private:
-    struct TKey
-    {
-        std::size_t Field;
-        bool Descending;
-        Qt::CaseSensitivity Sensitivity;
-    };
-    std::vector<TKey> keysOf(const TIndexDef &def) const;
+    std::vector<TSortField> sortFieldsOf(const TIndexDef &def) const;
     void sortBy(const TIndexDef &def);
-    bool isBefore(std::size_t a, std::size_t b) const;
 
     TFieldDefs m_defs;
     std::unique_ptr<TRows> m_loaded;
     TIndexDefs m_indexDefs;
     QString m_indexName, m_indexFieldNames;
-    std::vector<TKey> m_keys;
+    std::vector<TSortField> m_sortFields;
+    std::unique_ptr<TRowOrder> m_rowOrder;
 };
 
 } // namespace Zelmar01

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace Zelmar01 {
@@ -58,8 +59,7 @@ void TDataSet::Open()
         m_fields.m_fields.push_back(std::make_unique<TField>(*this, m_fields.Count(), def));
     m_rows = std::move(rows);
     m_order.resize(m_rows->Count());
-    for (std::size_t row = 0; row < m_order.size(); ++row)
-        m_order[row] = row;
+    std::iota(m_order.begin(), m_order.end(), 0U);
     m_place = 0;
     m_bof = true;
     m_eof = m_order.empty();
@@ -209,6 +209,14 @@ TDataSet::TBookmark TDataSet::GetBookmark() const
 {
     requireOpen();
     return currentRow();
+}
+
+TDataSet::TBookmark TDataSet::BookmarkAt(int place) const
+{
+    requireOpen();
+    if (place < 0 || place >= ShownCount() || (isInserting() && place == m_place))
+        return std::nullopt;
+    return m_order[static_cast<std::size_t>(isInserting() && place > m_place ? place - 1 : place)];
 }
 
 bool TDataSet::GotoBookmark(const TBookmark &bookmark)
@@ -368,7 +376,7 @@ void TDataSet::placeRow(std::size_t row)
     const int shown = m_place;
     if (keepsOrder())
         m_place = placeOf(row);
-    m_order.insert(m_order.begin() + m_place, row);
+    m_order.insert(m_order.begin() + m_place, static_cast<std::uint32_t>(row));
     endRecord();
     if (shown == m_place)
         emit RowChanged(m_place);

@@ -83,6 +83,8 @@ public:
     /// The current row, to come back to. It stays good until the dataset is closed.
     using TBookmark = std::optional<std::size_t>;
     TBookmark GetBookmark() const;
+    /// That of the row at a shown place (from 0); none for a record being inserted.
+    TBookmark BookmarkAt(int place) const;
     /// False, without a move, when the row was deleted.
     bool GotoBookmark(const TBookmark &bookmark);
 
@@ -162,8 +164,8 @@ protected:
     virtual int placeOf(std::size_t) const { return 0; }
 
     const TRows &rows() const { return *m_rows; }
-    std::vector<std::size_t> &order() { return m_order; }
-    const std::vector<std::size_t> &order() const { return m_order; }
+    TRowNumbers &order() { return m_order; }
+    const TRowNumbers &order() const { return m_order; }
     /// To be called when order() was changed as a whole; the current row stays current.
     void orderChanged(std::optional<std::size_t> current);
     std::optional<std::size_t> currentRow() const;
@@ -190,8 +192,8 @@ private:
 
     TFields m_fields;
     std::unique_ptr<TRows> m_rows;
-    std::vector<std::size_t> m_order; // numbers of the rows, in the order in which they are shown
-    int m_place = 0;                  // the current row's place in m_order
+    TRowNumbers m_order; // as they are shown
+    int m_place = 0;     // the current row's place in m_order
     bool m_bof = true, m_eof = true;
     TDataSetState m_state = dsInactive;
     TRecord m_record; // the record being edited

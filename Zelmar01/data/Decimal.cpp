@@ -89,15 +89,20 @@ double TDecimal::ToDouble() const
     return static_cast<double>(m_unscaled) / static_cast<double>(powerOfTen(m_decimals));
 }
 
+qint64 TDecimal::Whole() const
+{
+    return m_unscaled / powerOfTen(m_decimals);
+}
+
+qint64 TDecimal::Fraction() const
+{
+    return m_unscaled % powerOfTen(m_decimals) * powerOfTen(MaxDecimals - m_decimals);
+}
+
 std::strong_ordering operator<=>(const TDecimal &a, const TDecimal &b)
 {
-    // Whole parts first, so that bringing both to the same decimals cannot overflow.
-    const qint64 powerA = powerOfTen(a.m_decimals), powerB = powerOfTen(b.m_decimals);
-    if (const auto wholes = a.m_unscaled / powerA <=> b.m_unscaled / powerB; std::is_neq(wholes))
-        return wholes;
-    const int decimals = std::max(a.m_decimals, b.m_decimals);
-    return (a.m_unscaled % powerA) * powerOfTen(decimals - a.m_decimals) <=>
-           (b.m_unscaled % powerB) * powerOfTen(decimals - b.m_decimals);
+    const auto wholes = a.Whole() <=> b.Whole();
+    return std::is_neq(wholes) ? wholes : a.Fraction() <=> b.Fraction();
 }
 
 } // namespace Zelmar01

@@ -34,6 +34,11 @@ public:
     qint64 Unscaled() const { return m_unscaled; }
     int Decimals() const { return m_decimals; }
 
+    /// What stands before the decimal point, and what stands behind it as a number of 18 digits. Both have
+    /// the sign of the number.
+    qint64 Whole() const;
+    qint64 Fraction() const;
+
     /// The number with another number of decimals; half a unit is rounded away from zero. None when it does
     /// not fit.
     std::optional<TDecimal> Rounded(int decimals) const;

@@ -3,7 +3,6 @@
 #include <Zelmar01/data/Field.h>
 
 #include <algorithm>
-#include <compare>
 #include <type_traits>
 
 namespace Zelmar01 {
@@ -17,12 +16,6 @@ template<class Values>
 decltype(auto) at(Values &values, std::size_t row)
 {
     return values[static_cast<typename std::decay_t<Values>::size_type>(row)];
-}
-
-template<class T>
-int order(const T &a, const T &b)
-{
-    return a < b ? -1 : b < a ? 1 : 0;
 }
 
 } // namespace
@@ -92,7 +85,7 @@ void TColumn::Set(std::size_t row, const QVariant &value)
     std::visit([&](auto &values) { at(values, row) = value.value<TValueOf<decltype(values)>>(); }, m_values);
 }
 
-TColumn TColumn::Taken(const std::vector<std::size_t> &rows) const
+TColumn TColumn::Taken(const TRowNumbers &rows) const
 {
     std::size_t place = 0;
     const auto isNext = [&](std::size_t row) { return row == place++; };
@@ -111,20 +104,6 @@ TColumn TColumn::Taken(const std::vector<std::size_t> &rows) const
         },
         m_values);
     return taken;
-}
-
-int TColumn::Compare(std::size_t a, std::size_t b, Qt::CaseSensitivity sensitivity) const
-{
-    if (m_nulls[a] || m_nulls[b])
-        return m_nulls[b] - m_nulls[a];
-    return std::visit(
-        [=](const auto &values) {
-            if constexpr (std::is_same_v<TValueOf<decltype(values)>, QString>)
-                return at(values, a).compare(at(values, b), sensitivity);
-            else
-                return order<TValueOf<decltype(values)>>(at(values, a), at(values, b));
-        },
-        m_values);
 }
 
 TRows::TRows(const TFieldDefs &defs)

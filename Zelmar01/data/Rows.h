@@ -8,11 +8,15 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <cstdint>
 #include <type_traits>
 #include <variant>
 #include <vector>
 
 namespace Zelmar01 {
+
+/// Numbers of rows (see TRows) in some order.
+using TRowNumbers = std::vector<std::uint32_t>;
 
 /// The values of one field for all rows, side by side in memory.
 class TColumn
@@ -58,10 +62,15 @@ public:
     qint64 Integer(std::size_t row) const { return std::get<std::vector<qint64>>(m_values)[row]; }
 
     /// The values of these rows, in this order.
-    TColumn Taken(const std::vector<std::size_t> &rows) const;
+    TColumn Taken(const TRowNumbers &rows) const;
 
-    /// Orders two rows: nulls first, texts by their characters, with or without letter case.
-    int Compare(std::size_t a, std::size_t b, Qt::CaseSensitivity sensitivity) const;
+    /// Calls `work` with all values, those of nulls among them: a QStringList, or a vector of the C++ type of
+    /// another field type.
+    template<class Work>
+    decltype(auto) Visit(Work work) const
+    {
+        return std::visit(work, m_values);
+    }
 
 private:
     // Texts are shared between copies of a column until one of them is changed.

@@ -1,13 +1,16 @@
 #include <data/binding/Form.h>
 #include <support/Pictures.h>
 
+#include <Zelmar01/data/ClientDataSet.h>
 #include <Zelmar01/keylists/CheckListBoxFK.h>
 #include <Zelmar01/keylists/DBComboBoxEditFk.h>
+#include <Zelmar01/keylists/zmGrid.h>
 
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
 #include <QFontInfo>
+#include <QHeaderView>
 
 using namespace Zelmar01;
 
@@ -73,4 +76,78 @@ TEST(Pictures, listsCanBeReadInEveryPalette)
         }
         box.hidePopup();
     });
+}
+
+TEST(Pictures, gridCanBeReadInEveryPalette)
+{
+    QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
+    TClientDataSet rows;
+    rows.CreateDataSet({{QStringLiteral("NOM"), ftString, 24, false, false},
+                        {QStringLiteral("PRIX"), ftBCD, 2, false, false},
+                        {QStringLiteral("ENTREE"), ftDate, 0, false, false},
+                        {QStringLiteral("SOLDE"), ftBoolean, 0, false, false}});
+    for (int row = 0; row < 4; ++row) {
+        rows.Append();
+        rows.Fields()[0].setAsString(articles()[row]);
+        rows.Fields()[1].setAsDecimal(TDecimal(189'90 * (row * row * 7 + 1), 2));
+        rows.Fields()[2].setAsDate(QDate(2024, 3, 14 + row));
+        rows.Fields()[3].setAsBoolean(row % 2 == 0);
+        rows.Post();
+    }
+    TDataSource source;
+    source.setDataSet(&rows);
+    Pictures::InEachPalette([&](Pictures &pictures) {
+        Form form;
+        auto &grid = form.Add<TzmGrid>();
+        grid.setDataSource(&source);
+        grid.Columns()[0].setTitle(QStringLiteral("Désignation >"));
+        form.resize(520, 190);
+        form.Show();
+        grid.setFocus();
+        grid.setSelectedIndex(0);
+        rows.setRecNo(2);
+        QCoreApplication::processEvents();
+        const auto seen = pictures.Take(form, QStringLiteral("grid"));
+        const auto contrastOf = [&](const QWidget &widget, const QRect &place) {
+            return Pictures::ContrastIn(seen, place.translated(widget.mapTo(&form, QPoint())));
+        };
+        const auto *titles = grid.horizontalHeader();
+        for (int column = 0; column < 4; ++column) {
+            const QRect title(titles->sectionViewportPosition(column) + 2, 2, titles->sectionSize(column) - 4,
+                              titles->height() - 5);
+            EXPECT_GE(contrastOf(*titles->viewport(), title), readable)
+                << pictures.Name().toStdString() << column;
+            for (int row = 0; row < 4; ++row)
+                EXPECT_GE(
+                    contrastOf(*grid.viewport(),
+                               grid.visualRect(grid.model()->index(row, column)).adjusted(2, 1, -3, -3)),
+                    column == 3 ? visible : readable)
+                    << pictures.Name().toStdString() << row << column;
+        }
+        // The mark of the current row, and none beside the others.
+        const auto *marks = grid.verticalHeader();
+        const auto markAt = [&](int row) {
+            return QRect(1, row * grid.rowHeight() + 1, marks->width() - 4, grid.rowHeight() - 4);
+        };
+        EXPECT_GE(contrastOf(*marks->viewport(), markAt(1)), readable) << pictures.Name().toStdString();
+        EXPECT_LT(contrastOf(*marks->viewport(), markAt(0)), 1.1) << pictures.Name().toStdString();
+        // The current cell stands out from those below it.
+        const auto groundOf = [&](int row) {
+            const auto place = grid.visualRect(grid.model()->index(row, 0));
+            return seen.pixelColor(grid.viewport()->mapTo(&form, place.topLeft() + QPoint(1, 1)) *
+                                   seen.devicePixelRatio());
+        };
+        EXPECT_GE(ContrastOf(groundOf(1), groundOf(2)), 1.5) << pictures.Name().toStdString();
+        grid.setOptions(grid.Options() | dgRowSelect);
+        pictures.Take(form, QStringLiteral("grid-rows"));
+        grid.setOptions(grid.Options() & ~TDBGridOptions(dgRowSelect));
+        grid.setEditorMode(true);
+        const auto editing = pictures.Take(form, QStringLiteral("grid-editing"));
+        EXPECT_GE(Pictures::ContrastIn(editing, grid.visualRect(grid.currentIndex())
+                                                    .adjusted(2, 2, -3, -3)
+                                                    .translated(grid.viewport()->mapTo(&form, QPoint()))),
+                  readable)
+            << pictures.Name().toStdString();
+    });
+    QLocale::setDefault(QLocale::c());
 }

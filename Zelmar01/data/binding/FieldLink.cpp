@@ -1,30 +1,25 @@
 #include <Zelmar01/data/binding/FieldLink.h>
 
 #include <Zelmar01/core/ExceptionDisplay.h>
-#include <Zelmar01/core/LeaveWatch.h>
 #include <Zelmar01/data/DataErrors.h>
+#include <Zelmar01/data/binding/LeaveCheck.h>
 
-#include <QApplication>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 
-#include <chrono>
 #include <utility>
 
 namespace Zelmar01 {
 
-namespace {
-
-constexpr std::chrono::milliseconds buttonPoll{10};
-
-} // namespace
-
 TFieldLink::TFieldLink(QWidget *control, std::function<void()> write)
     : QObject(control), m_write(std::move(write))
 {
-    m_tell.setSingleShot(true);
-    connect(&m_tell, &QTimer::timeout, this, &TFieldLink::tell);
-    connect(new TLeaveWatch(control), &TLeaveWatch::OnLeave, this, &TFieldLink::leave);
+    const auto leave = [this] {
+        UpdateRecord();
+        m_before.reset();
+        m_written = false;
+    };
+    m_leave = new TLeaveCheck(control, leave, [this] { return m_changed; });
 }
 
 void TFieldLink::setDataSource(TDataSource *source)
@@ -170,31 +165,9 @@ void TFieldLink::takeUpdate(QString &refusal)
     try {
         UpdateRecord();
     } catch (const std::exception &error) {
-        m_untold = nullptr; // who asked for the post tells it
+        m_leave->Forget(); // who asked for the post tells it
         refusal = QString::fromUtf8(error.what());
     }
-}
-
-void TFieldLink::leave()
-{
-    try {
-        UpdateRecord();
-        m_before.reset();
-        m_written = false;
-    } catch (...) {
-        m_untold = std::current_exception();
-        m_tell.start(0);
-    }
-}
-
-// Not while a button is down: its release may be a click that cancels the record, or posts it and is told.
-void TFieldLink::tell()
-{
-    if (QApplication::mouseButtons() != Qt::NoButton)
-        return m_tell.start(buttonPoll);
-    const auto error = std::exchange(m_untold, nullptr);
-    if (error && m_changed)
-        ShowingExceptions([&] { std::rethrow_exception(error); });
 }
 
 } // namespace Zelmar01

@@ -3,14 +3,14 @@
 #include <Zelmar01/data/DataSource.h>
 
 #include <QPointer>
-#include <QTimer>
 #include <QWidget>
 
-#include <exception>
 #include <functional>
 #include <optional>
 
 namespace Zelmar01 {
+
+class TLeaveCheck;
 
 /// The binding of a control to one field of a data source's current record. All data-bound controls have one.
 ///
@@ -69,8 +69,6 @@ private:
     void follow();
     void showField(const TField *changed);
     void takeUpdate(QString &refusal);
-    void leave();
-    void tell();
     void requireField();
 
     QPointer<TDataSource> m_source;
@@ -82,8 +80,7 @@ private:
     bool m_changed = false;
     bool m_written = false;           // the field has a value from this control
     std::optional<QVariant> m_before; // the field's value when the user came
-    std::exception_ptr m_untold;
-    QTimer m_tell;
+    TLeaveCheck *m_leave;
 };
 
 } // namespace Zelmar01

@@ -131,7 +131,7 @@ bool TKeyListModel::insertRows(int row, int count, const QModelIndex &parent)
 {
     if (parent.isValid() || row < 0 || row > Count() || count < 1)
         return false;
-    std::vector<std::size_t> rows(static_cast<std::size_t>(Count() + count));
+    TRowNumbers rows(static_cast<std::size_t>(Count() + count));
     std::iota(rows.begin(), rows.end(), 0U);
     std::rotate(rows.begin() + row, rows.end() - count, rows.end());
     beginInsertRows({}, row, row + count - 1);
@@ -148,7 +148,7 @@ bool TKeyListModel::removeRows(int row, int count, const QModelIndex &parent)
 {
     if (parent.isValid() || row < 0 || count < 1 || count > Count() - row)
         return false;
-    std::vector<std::size_t> rows(static_cast<std::size_t>(Count()));
+    TRowNumbers rows(static_cast<std::size_t>(Count()));
     std::iota(rows.begin(), rows.end(), 0U);
     rows.erase(rows.begin() + row, rows.begin() + row + count);
     beginRemoveRows({}, row, row + count - 1);
@@ -157,7 +157,7 @@ bool TKeyListModel::removeRows(int row, int count, const QModelIndex &parent)
     return true;
 }
 
-void TKeyListModel::take(const std::vector<std::size_t> &rows)
+void TKeyListModel::take(const TRowNumbers &rows)
 {
     m_keys = m_keys.Taken(rows);
     m_texts = m_texts.Taken(rows);

@@ -50,7 +50,7 @@ protected:
     bool Holds(const QModelIndex &index) const { return index.row() >= 0 && index.row() < Count(); }
 
 private:
-    void take(const std::vector<std::size_t> &rows);
+    void take(const TRowNumbers &rows);
     int rowOfNumber(const QString &key) const;
     int rowOf(TRowIndex &index, const TColumn &column, const QString &text) const;
 
