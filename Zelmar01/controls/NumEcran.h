@@ -1,0 +1,16 @@
+#pragma once
+
+#include <Zelmar01/controls/CustomLabel.h>
+
+namespace Zelmar01 {
+
+/// The small number in the bottom right corner of a screen by which users and support name it. It stands on
+/// the right side of its form, and reads "********" until the form gives it its number.
+class Tzm_NumEcran : public TCustomLabel
+{
+    Q_OBJECT
+public:
+    explicit Tzm_NumEcran(QWidget *parent = nullptr);
+};
+
+} // namespace Zelmar01

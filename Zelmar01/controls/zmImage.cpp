@@ -1,0 +1,246 @@
+#include <Zelmar01/controls/zmImage.h>
+
+#include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/WidgetBoxes.h>
+
+#include <QApplication>
+#include <QBuffer>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QImageReader>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QPainter>
+#include <QSaveFile>
+#include <QStyleOptionFocusRect>
+
+using namespace Qt::StringLiterals;
+
+namespace Zelmar01 {
+
+namespace {
+
+constexpr QSize usualSize{140, 90};
+constexpr int jpegQuality = 90;
+
+QImage pictureOf(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader reader(&buffer);
+    reader.setAutoTransform(true); // the camera's way up
+    return reader.read();
+}
+
+QByteArray bytesOf(const QImage &picture, const QString &graphicClassName)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (graphicClassName == "TsdJpegGraphic"_L1)
+        picture.save(&buffer, "JPEG", jpegQuality);
+    else
+        picture.save(&buffer, graphicClassName == "TBitmap"_L1 ? "BMP" : "PNG");
+    return bytes;
+}
+
+[[noreturn]] void refuse(const char *what, const QString &name, const QString &why)
+{
+    throw EInOutError(what, {0, (name + u" : "_s + why).toStdString(), {}});
+}
+
+} // namespace
+
+TzmImage::TzmImage(QWidget *parent) : QFrame(parent)
+{
+    UseMessageBoxes();
+    setFocusPolicy(Qt::StrongFocus);
+    setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    resetGraphicClassName();
+}
+
+void TzmImage::setEditValue(const QVariant &value)
+{
+    const auto bytes = value.toByteArray();
+    if (bytes == m_bytes)
+        return;
+    take(bytes);
+    emit OnEditValueChanged();
+}
+
+// Given by the user.
+void TzmImage::choose(const QByteArray &bytes)
+{
+    if (m_readOnly || bytes == m_bytes)
+        return;
+    take(bytes);
+    emit OnChange();
+    emit OnEditValueChanged();
+}
+
+void TzmImage::take(const QByteArray &bytes)
+{
+    m_bytes = bytes;
+    m_picture = pictureOf(bytes);
+    setAccessibleDescription(
+        m_bytes.isEmpty()    ? u"Aucune image"_s
+        : m_picture.isNull() ? u"Image illisible"_s
+                             : u"Image de %1 × %2 points"_s.arg(m_picture.width()).arg(m_picture.height()));
+    update();
+}
+
+void TzmImage::setShowFocusRect(bool show)
+{
+    m_showFocusRect = show;
+    update();
+}
+
+void TzmImage::setStretch(bool stretch)
+{
+    m_stretch = stretch;
+    update();
+}
+
+void TzmImage::CopyToClipboard() const
+{
+    if (!m_picture.isNull())
+        QApplication::clipboard()->setImage(m_picture);
+}
+
+void TzmImage::PasteFromClipboard()
+{
+    const auto *clip = QApplication::clipboard()->mimeData();
+    if (clip && clip->hasImage())
+        choose(bytesOf(clip->imageData().value<QImage>(), m_graphicClassName));
+    else if (clip && clip->hasUrls() && clip->urls().first().isLocalFile())
+        LoadFromFile(clip->urls().first().toLocalFile());
+}
+
+void TzmImage::LoadFromFile(const QString &name)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly))
+        refuse("L'image ne peut pas être lue", name, file.errorString());
+    const auto bytes = file.readAll();
+    if (pictureOf(bytes).isNull())
+        refuse("Ce fichier n'est pas une image", name, u"format inconnu ou fichier abîmé"_s);
+    choose(bytes);
+}
+
+void TzmImage::SaveToFile(const QString &name) const
+{
+    QSaveFile file(name);
+    if (!file.open(QIODevice::WriteOnly) || file.write(m_bytes) != m_bytes.size() || !file.commit())
+        refuse("L'image ne peut pas être enregistrée", name, file.errorString());
+}
+
+void TzmImage::load()
+{
+    QStringList patterns;
+    for (const auto &format : QImageReader::supportedImageFormats())
+        patterns << u"*."_s + QString::fromLatin1(format);
+    const auto name = QFileDialog::getOpenFileName(this, u"Charger une image"_s, {},
+                                                   u"Images (%1)"_s.arg(patterns.join(u' ')));
+    if (!name.isEmpty())
+        LoadFromFile(name);
+}
+
+void TzmImage::save()
+{
+    const auto name = QFileDialog::getSaveFileName(this, u"Enregistrer l'image"_s);
+    if (!name.isEmpty())
+        SaveToFile(name);
+}
+
+void TzmImage::contextMenuEvent(QContextMenuEvent *event)
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto add = [&](const QString &text, bool enabled, auto work) {
+        menu->addAction(text, this, [work] { ShowingExceptions(work); })->setEnabled(enabled);
+    };
+    const auto *clip = QApplication::clipboard()->mimeData();
+    const bool canPaste = !m_readOnly && clip && (clip->hasImage() || clip->hasUrls());
+    const bool isThere = !m_bytes.isEmpty();
+    add(u"Co&uper"_s, isThere && !m_readOnly, [this] {
+        CopyToClipboard();
+        choose({});
+    });
+    add(u"&Copier"_s, isThere, [this] { CopyToClipboard(); });
+    add(u"C&oller"_s, canPaste, [this] { PasteFromClipboard(); });
+    add(u"&Supprimer"_s, isThere && !m_readOnly, [this] { choose({}); });
+    menu->addSeparator();
+    add(u"C&harger…"_s, !m_readOnly, [this] { load(); });
+    add(u"&Enregistrer sous…"_s, isThere, [this] { save(); });
+    menu->popup(event->reason() == QContextMenuEvent::Keyboard ? mapToGlobal(rect().center())
+                                                               : event->globalPos());
+}
+
+void TzmImage::keyPressEvent(QKeyEvent *event)
+{
+    bool isTaken = false;
+    ShowingExceptions([&] { isTaken = takesKey(*event); });
+    if (!isTaken)
+        QFrame::keyPressEvent(event);
+}
+
+bool TzmImage::takesKey(const QKeyEvent &event)
+{
+    if (event.matches(QKeySequence::Copy) || event.matches(QKeySequence::Cut))
+        CopyToClipboard();
+    else if (event.matches(QKeySequence::Paste))
+        PasteFromClipboard();
+    else if (!event.matches(QKeySequence::Delete))
+        return false;
+    if (event.matches(QKeySequence::Cut) || event.matches(QKeySequence::Delete))
+        choose({});
+    return true;
+}
+
+void TzmImage::focusInEvent(QFocusEvent *event)
+{
+    QFrame::focusInEvent(event);
+    update();
+}
+
+void TzmImage::focusOutEvent(QFocusEvent *event)
+{
+    QFrame::focusOutEvent(event);
+    update();
+}
+
+void TzmImage::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    const auto place = contentsRect();
+    painter.fillRect(place, palette().color(QPalette::Base));
+    if (!m_picture.isNull()) {
+        painter.save();
+        painter.setClipRect(place);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        const auto natural = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, m_picture.size(), place);
+        painter.drawImage(m_stretch ? place : natural, m_picture);
+        painter.restore();
+    } else if (!m_bytes.isEmpty()) {
+        painter.setPen(palette().color(QPalette::Text));
+        painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, u"Image illisible"_s);
+    }
+    if (m_showFocusRect && hasFocus()) {
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.rect = place;
+        option.backgroundColor = palette().color(QPalette::Base);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
+    QFrame::paintEvent(event);
+}
+
+QSize TzmImage::sizeHint() const
+{
+    return usualSize.expandedTo(QFrame::sizeHint());
+}
+
+} // namespace Zelmar01
