@@ -5,8 +5,10 @@
 #include <Zelmar01/core/Messages.h>
 #include <Zelmar01/core/Windows1252Text.h>
 #include <Zelmar01/printing/Conversions.h>
+#include <Zelmar01/printing/PrnCodeDialog.h>
 #include <Zelmar01/printing/Ticket.h>
 
+#include <QPointer>
 #include <QScopeGuard>
 
 #include <utility>
@@ -14,12 +16,6 @@
 namespace Zelmar01 {
 
 namespace {
-
-TPrinterCodesDialog &codesDialog()
-{
-    static TPrinterCodesDialog dialog;
-    return dialog;
-}
 
 bool isDefaultPrinter(const QString &name)
 {
@@ -74,9 +70,27 @@ bool TDosPrint::WriteCode(int fileHandle, std::string_view keyName, std::string_
 
 bool TDosPrint::EditPrinterCodes()
 {
-    if (!codesDialog())
-        throw EInvalidOperation("Le dialogue des codes d'imprimante n'est pas lié à cette application");
-    return codesDialog()(Codes, PrnType());
+    // While the dialog is open a timer of the host may free the component.
+    const QPointer<TDosPrint> stillThere(this);
+    const auto send = [stillThere](std::string_view code) {
+        if (!stillThere)
+            throw EInvalidOperation("L'imprimante n'est plus liée à ce dialogue");
+        stillThere->sendCode(code);
+    };
+    auto edited = Codes;
+    if (!ShowPrinterCodesDialog(edited, PrnType(), send) || !stillThere)
+        return false;
+    Codes = edited;
+    return true;
+}
+
+// A port raises; the other ways only tell.
+void TDosPrint::sendCode(std::string_view code)
+{
+    if (!PrintString(code, false))
+        throw EInOutError(m_outcome.Unknown ? "L'imprimante a peut-être reçu le code"
+                                            : "Le code n'est pas parti vers l'imprimante",
+                          m_outcome.Cause);
 }
 
 void TDosPrint::fPrnDosPort(const QString &value)
@@ -192,11 +206,6 @@ bool TDosPrint::PrintTicket(const TTicket &ticket)
             return false;
     }
     return true;
-}
-
-TPrinterCodesDialog SetPrinterCodesDialog(TPrinterCodesDialog dialog)
-{
-    return std::exchange(codesDialog(), std::move(dialog));
 }
 
 } // namespace Zelmar01

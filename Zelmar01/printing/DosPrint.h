@@ -8,7 +8,6 @@
 #include <QByteArray>
 #include <QString>
 
-#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -132,8 +131,9 @@ public:
     static bool WriteCode(int fileHandle, std::string_view keyName, std::string_view code);
     /// The writer of PrnFile at run time; ends loading.
     void fPrnFile(const QString &value);
-    /// Lets the user edit Codes, beginning with the set of PrnType; true when he confirmed. Raises
-    /// EInvalidOperation when no dialog was set by SetPrinterCodesDialog().
+    /// Lets the user edit Codes, beginning with the set of PrnType, and send single codes to the printer;
+    /// true when he confirmed. Raises EInvalidOperation when no dialog was set: a host with windows calls
+    /// UsePrinterCodesDialog() (UsePrnCode.h) at its start.
     bool EditPrinterCodes();
 
     /// Sends a text, converted by Conversion when `convert` is true. The text may hold control codes, but
@@ -215,6 +215,7 @@ public:
 
 private:
     bool send(const std::string &data);
+    void sendCode(std::string_view code);
 
     TPrinterType m_prnType = ptHPPCL;
     bool m_escPassThrough = false;
@@ -234,12 +235,5 @@ constexpr const char *qt_getEnumName(TPrinterType) noexcept
 {
     return "TPrinterType";
 }
-
-/// The dialog in which a user edits code sets: returns whether he confirmed, and changes the sets only then.
-/// `type` is the set shown first.
-using TPrinterCodesDialog = std::function<bool(TPrinterCodes &codes, TPrinterType type)>;
-
-/// Sets the dialog of EditPrinterCodes() and returns the one before.
-TPrinterCodesDialog SetPrinterCodesDialog(TPrinterCodesDialog dialog);
 
 } // namespace Zelmar01

@@ -1,6 +1,7 @@
 #include <Zelmar01/core/ApplicationDirectory.h>
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/printing/DosPrint.h>
+#include <Zelmar01/printing/PrnCodeDialog.h>
 
 #include "output/RecordingPrintSystem.h"
 #include <support/TempFolder.h>
@@ -250,10 +251,11 @@ TEST_F(DosPrint, theCodesDialogIsAskedForOnlyWhereThereIsOne)
     TDosPrint printer(nullptr, m_system);
     printer.setPrnType(ptIBM);
     EXPECT_THROW(printer.EditPrinterCodes(), EInvalidOperation);
-    const auto before = SetPrinterCodesDialog([](TPrinterCodes &codes, TPrinterType type) {
-        codes[type].Ini = TPrinterCode("!");
-        return true;
-    });
+    const auto before =
+        SetPrinterCodesDialog([](TPrinterCodes &codes, TPrinterType type, const TCodeSending &) {
+            codes[type].Ini = TPrinterCode("!");
+            return true;
+        });
     EXPECT_TRUE(printer.EditPrinterCodes());
     EXPECT_EQ(printer.Codes[ptIBM].Ini, TPrinterCode("!"));
     SetPrinterCodesDialog(before);

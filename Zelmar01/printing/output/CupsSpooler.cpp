@@ -1,5 +1,7 @@
 #include "CupsSpooler.h"
 
+#include "PrintTexts.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -156,7 +158,7 @@ std::unique_ptr<CupsJob> CupsSpooler::Open(const std::string &printer)
 {
     // An empty name would be taken for the server itself.
     if (printer.empty()) {
-        failed({0, "aucune imprimante par défaut", "choisir une imprimante, ou en définir une par défaut"});
+        failed({0, PrintTexts::NoDefaultPrinter, PrintTexts::ChoosePrinter});
         return nullptr;
     }
     if (!canBePrinter(printer)) {
@@ -201,7 +203,7 @@ bool CupsSpooler::Default(std::string &printer)
     auto *name = answer ? ippFindAttribute(answer.get(), "printer-name", IPP_TAG_NAME) : nullptr;
     if (!name)
         return failed(connection.NotFound() || answer
-                          ? TSystemCause{0, "aucune imprimante par défaut", "en définir une (lpadmin -d)"}
+                          ? TSystemCause{0, PrintTexts::NoDefaultPrinter, "en définir une (lpadmin -d)"}
                           : connection.Cause());
     printer = ippGetString(name, 0, nullptr);
     return true;

@@ -1,5 +1,6 @@
 #include "PosixPort.h"
 
+#include "PrintTexts.h"
 #include "SigPipeGuard.h"
 
 #include <algorithm>
@@ -25,8 +26,6 @@ using namespace std::chrono_literals;
 // A device may tell only at its deadline that it has room again, so nothing is waited for longer than this.
 constexpr std::chrono::milliseconds pollSlice = 50ms;
 constexpr std::chrono::milliseconds queueSlice = 10ms;
-
-constexpr const char *configureRemedy = "le régler par ZELMAR01_PORTS ou ports.conf";
 
 // What the hardware of a line holds back at most where it does not tell.
 constexpr std::size_t hardwareBuffer = 256;
@@ -144,7 +143,7 @@ bool PosixPort::IsUsable(const TPortTarget &target, std::string &device, TSystem
 template<class Attempt>
 bool PosixPort::tryDevices(const TPortTarget &target, TSystemCause &cause, Attempt attempt)
 {
-    cause = {ENOENT, "aucun périphérique n'est réglé pour ce port", configureRemedy};
+    cause = {ENOENT, PrintTexts::NoDeviceSet, PrintTexts::SetPort};
     for (const auto &device : target.Devices) {
         m_device = device;
         TSystemCause why;
@@ -214,7 +213,7 @@ bool PosixPort::setUpLine(const TLineSettings &line, TSystemCause &cause)
 bool PosixPort::failAsRefused(TSystemCause &cause)
 {
     fail(EINVAL, cause);
-    cause.Text = m_device + " : le périphérique refuse les réglages de ligne demandés";
+    cause.Text = m_device + " : " + PrintTexts::LineRefused;
     return false;
 }
 
@@ -230,7 +229,7 @@ bool PosixPort::fail(int error, TSystemCause &cause)
 bool PosixPort::failAsNoDevice(TSystemCause &cause)
 {
     fail(ENODEV, cause);
-    cause.Text = m_device + " : n'est pas un périphérique d'impression";
+    cause.Text = m_device + " : " + PrintTexts::NoPrintingDevice;
     return false;
 }
 
@@ -242,9 +241,9 @@ TSystemCause PosixPort::causeOf(int error) const
     else if (error == ENOSPC)
         cause.Remedy = "plus de papier, ou imprimante hors ligne";
     else if (error == EBUSY)
-        cause.Remedy = "un autre programme utilise ce port";
+        cause.Remedy = PrintTexts::PortInUse;
     else if (error == ETIMEDOUT)
-        cause.Remedy = "vérifier que l'imprimante est allumée, en ligne et garnie de papier";
+        cause.Remedy = PrintTexts::LookAtPrinter;
     else if (isAbsence(error) || error == EPIPE)
         cause.Remedy =
             "vérifier que l'imprimante est branchée et allumée, et le réglage du port (ZELMAR01_PORTS, "

@@ -1,3 +1,4 @@
+#include "PrintTexts.h"
 #include "WindowsPort.h"
 #include "WindowsTexts.h"
 
@@ -68,7 +69,7 @@ public:
         m_ports.emplace(++m_lastHandle, std::move(port));
         return m_lastHandle;
     } catch (const EConvertError &error) {
-        return failed({0, error.what(), "corriger ce réglage"});
+        return failed({0, error.what(), PrintTexts::MendSetting});
     }
 
     bool GetCommTimeouts(TPrintHandle port, TCommTimeouts &timeouts) override
@@ -95,8 +96,7 @@ public:
     {
         // An empty name would stand for the print server itself.
         if (printer.empty())
-            return failed(
-                {0, "aucune imprimante par défaut", "choisir une imprimante, ou en définir une par défaut"});
+            return failed({0, PrintTexts::NoDefaultPrinter, PrintTexts::ChoosePrinter});
         auto name = AnsiText(printer);
         if (!name)
             return failed(UnspeakableName(printer));
@@ -180,7 +180,7 @@ public:
             return Utf8Text(name.c_str());
         const auto error = GetLastError();
         failed(error == ERROR_FILE_NOT_FOUND
-                   ? TSystemCause{static_cast<int>(error), "aucune imprimante par défaut",
+                   ? TSystemCause{static_cast<int>(error), PrintTexts::NoDefaultPrinter,
                                   "en définir une dans les paramètres de Windows"}
                    : CauseFromWindows(error, "imprimante par défaut"));
         return {};

@@ -1,5 +1,7 @@
 #include "WindowsTexts.h"
 
+#include "PrintTexts.h"
+
 #include <array>
 
 namespace Zelmar01 {
@@ -55,11 +57,11 @@ std::string remedyFor(DWORD code)
         return "fermer les autres programmes qui utilisent cette imprimante, ou demander le droit d'imprimer";
     case ERROR_SHARING_VIOLATION:
     case ERROR_BUSY:
-        return "un autre programme utilise ce port";
+        return PrintTexts::PortInUse;
     case ERROR_TIMEOUT:
     case ERROR_SEM_TIMEOUT:
     case ERROR_OUT_OF_PAPER:
-        return "vérifier que l'imprimante est allumée, en ligne et garnie de papier";
+        return PrintTexts::LookAtPrinter;
     case ERROR_INVALID_PRINTER_NAME:
     case ERROR_PRINTER_NOT_FOUND:
     case ERROR_PRINTER_DELETED:

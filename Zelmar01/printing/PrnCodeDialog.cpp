@@ -1,0 +1,31 @@
+#include <Zelmar01/printing/PrnCodeDialog.h>
+
+#include <Zelmar01/core/Exceptions.h>
+
+#include <utility>
+
+namespace Zelmar01 {
+
+namespace {
+
+TPrinterCodesDialog &currentDialog()
+{
+    static TPrinterCodesDialog dialog;
+    return dialog;
+}
+
+} // namespace
+
+TPrinterCodesDialog SetPrinterCodesDialog(TPrinterCodesDialog dialog)
+{
+    return std::exchange(currentDialog(), std::move(dialog));
+}
+
+bool ShowPrinterCodesDialog(TPrinterCodes &codes, TPrinterType type, const TCodeSending &send)
+{
+    if (!currentDialog())
+        throw EInvalidOperation("Le dialogue des codes d'imprimante n'est pas lié à cette application");
+    return currentDialog()(codes, type, send);
+}
+
+} // namespace Zelmar01
