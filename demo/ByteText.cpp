@@ -1,8 +1,8 @@
 #include "ByteText.h"
 
-#include <QStringList>
+#include <Zelmar01/printing/ControlCodes.h>
 
-#include <array>
+#include <QStringList>
 
 using namespace Qt::StringLiterals;
 
@@ -37,13 +37,8 @@ QString hexadecimal(std::size_t value, int digits)
 
 QString ControlName(unsigned char byte)
 {
-    static constexpr std::array<const char *, 32> names{
-        "NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL", "BS",  "HT",  "LF",
-        "VT",  "FF",  "CR",  "SO",  "SI",  "DLE", "DC1", "DC2", "DC3", "DC4", "NAK",
-        "SYN", "ETB", "CAN", "EM",  "SUB", "ESC", "FS",  "GS",  "RS",  "US"};
-    if (byte < names.size())
-        return QString::fromLatin1(names[byte]);
-    return byte == 0x7F ? u"DEL"_s : QString();
+    const auto name = Zelmar01::ControlCodeName(byte);
+    return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
 }
 
 QString ByteText(std::string_view bytes)

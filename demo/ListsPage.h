@@ -14,8 +14,10 @@ class QPushButton;
 
 namespace Shop {
 
-/// The lists of the shop: finding an article by its name, giving it a metal, and choosing articles for a
-/// query.
+class GridPanel;
+
+/// The lists of the shop: finding an article by its name, giving it a metal, choosing articles for a query,
+/// and all of them in a grid.
 class ListsPage : public QWidget
 {
     Q_OBJECT
@@ -43,6 +45,7 @@ private:
     Zelmar01::TComboBoxFk *m_find;
     Zelmar01::TDBComboBoxEditFk *m_metal;
     Zelmar01::TCheckListBoxFK *m_choice;
+    GridPanel *m_grid;
     QLabel *m_name, *m_condition, *m_told;
     QPushButton *m_save, *m_cancel;
     bool m_isLoaded = false;

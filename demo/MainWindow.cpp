@@ -2,6 +2,7 @@
 
 #include "AppearancePage.h"
 #include "CodesPage.h"
+#include "ControlsPage.h"
 #include "ListsPage.h"
 #include "TasksPage.h"
 
@@ -56,6 +57,7 @@ MainWindow::MainWindow(TillPage::TClock clock, ShopDatabase &database, QSettings
     addPage(u"Listes"_s, new ListsPage(database));
     addPage(u"Tâches planifiées"_s, m_tasks);
     addPage(u"Apparence"_s, new AppearancePage);
+    addPage(u"Contrôles"_s, new ControlsPage(database));
     m_list->setFixedWidth(
         qMax(m_list->fontMetrics().horizontalAdvance(u"Codes statistiques"_s), name->sizeHint().width()) +
         2 * m_list->frameWidth() + 16);

@@ -2,7 +2,9 @@
 
 #include "CodesRound.h"
 #include "Hands.h"
+#include "ListsRound.h"
 #include "MainWindow.h"
+#include "PrinterCodesRound.h"
 #include "ShopDatabase.h"
 #include "TasksRound.h"
 
@@ -90,6 +92,9 @@ void takePictures(MainWindow &window, const QDir &folder, const QString &shade)
             Fail(folder.filePath(name) + u" ne peut pas être écrit"_s);
         QTextStream(stdout) << "  " << name << '\n';
     }
+    const auto name = u"printcodes-%1.png"_s.arg(shade);
+    TakePictureOfPrinterCodes(window, folder.filePath(name));
+    QTextStream(stdout) << "  " << name << '\n';
 }
 
 void run(const QString &folderName)
@@ -105,11 +110,13 @@ void run(const QString &folderName)
     MainWindow window([] { return QDateTime(QDate(2024, 3, 14), QTime(10, 30)); }, database, nullptr);
     window.resize(windowSize);
     window.show();
+    write(folder, u"impression.txt"_s, GoRoundPrinterCodes(window).toUtf8());
     sell(window);
     const auto &received = window.Till().ReceivedBytes();
     write(folder, u"ticket.bin"_s, QByteArray::fromStdString(received));
     write(folder, u"ticket.txt"_s, window.Till().SentText().toUtf8());
     write(folder, u"codes.txt"_s, GoRoundCodes(window, database).toUtf8());
+    write(folder, u"listes.txt"_s, GoRoundLists(window, database).toUtf8());
     write(folder, u"taches.txt"_s, GoRoundTasks(window).toUtf8());
 
     takePictures(window, folder, u"light"_s);

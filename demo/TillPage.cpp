@@ -7,6 +7,7 @@
 
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/core/MessageBoxes.h>
+#include <Zelmar01/printing/UsePrnCode.h>
 
 #include <QApplication>
 #include <QGroupBox>
@@ -14,6 +15,7 @@
 #include <QHeaderView>
 #include <QPushButton>
 #include <QScopeGuard>
+#include <QStandardPaths>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -25,18 +27,23 @@ TillPage::TillPage(TClock clock, QWidget *parent)
     : QWidget(parent), m_clock(std::move(clock)), m_systemPrinter(m_print.Printer()), m_sale(new SalePanel),
       m_printer(new PrinterPanel(m_systemPrinter)), m_sent(new SentPanel)
 {
+    UsePrinterCodesDialog();
     setObjectName(u"till"_s);
     auto *articles = makeArticles();
     auto *actions = makeActions();
+    auto *codes = new QPushButton(u"&Codes d'impression..."_s);
+    codes->setObjectName(u"editCodes"_s);
+    connect(codes, &QPushButton::clicked, this, [this] { ShowingExceptions([this] { editCodes(); }); });
     // The Tab key goes through the panels in the order in which they become children.
     for (auto *panel : {articles, static_cast<QWidget *>(m_sale), actions, static_cast<QWidget *>(m_printer),
-                        static_cast<QWidget *>(m_sent)})
+                        static_cast<QWidget *>(codes), static_cast<QWidget *>(m_sent)})
         panel->setParent(this);
     setFocusProxy(m_articles);
 
     auto *left = new QVBoxLayout;
     left->addWidget(articles, 1);
     left->addWidget(m_printer);
+    left->addWidget(codes);
     auto *middle = new QVBoxLayout;
     middle->addWidget(m_sale, 1);
     middle->addWidget(actions);
@@ -111,6 +118,8 @@ QWidget *TillPage::makeActions()
 void TillPage::Restore(const QSettings &settings)
 {
     m_printer->Restore(settings);
+    m_codeFile = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/codes.PCC"_s;
+    ShowingExceptions([this] { m_print.LoadPrinterCodes(m_codeFile); });
 }
 
 void TillPage::Save(QSettings &settings) const
@@ -144,6 +153,35 @@ void TillPage::openDrawer()
     send({}, m_print.ComposeTicket({}, options));
 }
 
+void TillPage::editCodes()
+{
+    usePrinter();
+    const bool confirmed = m_print.EditPrinterCodes();
+    if (m_received = m_virtual.Received(); !m_received.empty()) {
+        m_sent->ShowSent({}, m_received);
+        showReceived();
+    }
+    if (confirmed && !m_codeFile.isEmpty())
+        saveCodes();
+}
+
+void TillPage::saveCodes()
+{
+    QStringList lost;
+    for (const auto &code : m_print.SavePrinterCodes(m_codeFile))
+        lost << QString::fromLatin1(code.Name.data(), static_cast<qsizetype>(code.Name.size()));
+    if (!lost.isEmpty())
+        MessageDlg(u"Trop longs pour le fichier des codes, ils seront perdus au prochain démarrage : "_s +
+                       lost.join(u", "_s),
+                   mtWarning, mbOK);
+}
+
+void TillPage::showReceived()
+{
+    m_sent->ShowPaper(ReadReceipt(m_received, CharacterSetFor(m_print.Conversion())));
+    m_sent->ShowOutcome(m_print.Outcome());
+}
+
 void TillPage::send(const QString &text, const TDosPrint::TTicket &ticket)
 {
     usePrinter();
@@ -153,8 +191,7 @@ void TillPage::send(const QString &text, const TDosPrint::TTicket &ticket)
         const auto finish = qScopeGuard([this] {
             QApplication::restoreOverrideCursor();
             m_received = m_virtual.Received();
-            m_sent->ShowPaper(ReadReceipt(m_received, CharacterSetFor(m_print.Conversion())));
-            m_sent->ShowOutcome(m_print.Outcome());
+            showReceived();
         });
         m_print.PrintTicket(ticket);
     }

@@ -29,6 +29,7 @@ public:
     /// Tickets carry the time that `clock` tells. Raises EInOutError when the virtual printer cannot be made.
     explicit TillPage(TClock clock, QWidget *parent = nullptr);
 
+    /// Takes the printer and the codes that were used last; from now on changed codes are kept in a file.
     void Restore(const QSettings &settings);
     void Save(QSettings &settings) const;
 
@@ -42,6 +43,9 @@ private:
     void addCurrentArticle();
     void printSale(bool openDrawer);
     void openDrawer();
+    void editCodes();
+    void saveCodes();
+    void showReceived();
     void send(const QString &text, const Zelmar01::TDosPrint::TTicket &ticket);
     void usePrinter();
 
@@ -50,6 +54,7 @@ private:
     Zelmar01::TDosPrint m_print;
     std::shared_ptr<Zelmar01::TPrinterObject> m_systemPrinter;
     std::string m_received;
+    QString m_codeFile; ///< where changed codes are kept; empty for a till that forgets them
     QTreeWidget *m_articles = nullptr;
     SalePanel *m_sale;
     PrinterPanel *m_printer;

@@ -82,6 +82,8 @@ TEST_F(SelfRun, LeavesTheTicketAndPicturesOfEveryPage)
     EXPECT_EQ(read("new/run/ticket.bin").toHex(' '), expectedTicket().toHex(' '));
     EXPECT_TRUE(QString::fromUtf8(read("new/run/ticket.txt")).contains(u"Boucles d'oreilles « Étoile »\n"_s));
 
+    EXPECT_EQ(QString::fromUtf8(read("new/run/impression.txt")),
+              u"Ini : 1B,40,1B,21 = 27,64,27,33\nEnvoyé : ESC p NUL EM $FA\n"_s);
     EXPECT_EQ(QString::fromUtf8(read("new/run/codes.txt")),
               u"Ajouté : 1007 BAGUES - Or jaune - 750 millièmes (18 carats) - Tanzanite (TANZ)\n"
               "Renommé : 1007 BAGUES - Or jaune - 750 millièmes (18 carats) - Tanzanite bleue (TANZ)\n"
@@ -90,8 +92,9 @@ TEST_F(SelfRun, LeavesTheTicketAndPicturesOfEveryPage)
     EXPECT_EQ(QString::fromUtf8(read("new/run/taches.txt")).count(u"réussie"_s), 1);
 
     QList<int> grounds;
-    for (const auto *name : {"new/run/till-light.png", "new/run/till-dark.png", "new/run/codes-light.png",
-                             "new/run/codes-dark.png"}) {
+    for (const auto *name :
+         {"new/run/till-light.png", "new/run/till-dark.png", "new/run/codes-light.png",
+          "new/run/codes-dark.png", "new/run/printcodes-light.png", "new/run/printcodes-dark.png"}) {
         const QImage picture(path(name));
         ASSERT_FALSE(picture.isNull()) << name;
         QSet<QRgb> colours;
@@ -101,12 +104,12 @@ TEST_F(SelfRun, LeavesTheTicketAndPicturesOfEveryPage)
         EXPECT_GT(colours.size(), 100) << name;
         grounds << picture.pixelColor(2, 2).lightness();
     }
-    for (const int light : {0, 2})
+    for (const int light : {0, 2, 4})
         EXPECT_GT(grounds[light], grounds[light + 1] + 100);
 
     const auto told = QString::fromUtf8(m_demo.readAllStandardOutput());
     for (const auto *text : {"new/run", "ticket.bin", "ticket.txt", "codes.txt", "taches.txt",
-                             "till-light.png", "codes-dark.png", "tasks-dark.png"})
+                             "till-light.png", "codes-dark.png", "tasks-dark.png", "printcodes-dark.png"})
         EXPECT_TRUE(told.contains(QString::fromUtf8(text))) << text;
 }
 

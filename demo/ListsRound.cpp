@@ -1,0 +1,143 @@
+#include "ListsRound.h"
+
+#include "Hands.h"
+#include "MainWindow.h"
+#include "ShopDatabase.h"
+
+#include <Zelmar01/data/Query.h>
+#include <Zelmar01/keylists/CheckListBoxFK.h>
+#include <Zelmar01/keylists/DBComboBoxEditFk.h>
+#include <Zelmar01/keylists/zmGrid.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+using namespace Zelmar01;
+
+namespace Shop {
+
+namespace {
+
+class Round
+{
+public:
+    Round(MainWindow &window, ShopDatabase &database)
+        : m_window(window), m_database(database), m_grid(Find<TzmGrid>(window, u"articleGrid"_s))
+    {
+    }
+
+    QString Go()
+    {
+        for (auto *page : m_window.Pages())
+            if (page->isAncestorOf(&m_grid))
+                m_window.ShowPage(page);
+        WaitUntil([this] { return m_grid.DataSet() && m_grid.DataSet()->Active(); },
+                  u"les articles ne sont pas lus"_s);
+        sort(u"PRIX"_s);
+        QString report = u"Le moins cher : "_s + first() + u'\n';
+        changePrice();
+        report += u"Changé : "_s +
+                  inDatabase(u"select NOM || ' ' || PRIX from article where ARTICLE_ID = "_s + m_key) + u'\n';
+        giveMetal();
+        report += u"Métal : "_s +
+                  inDatabase(u"select LIBELLE from metal join article using (METAL_ID) "
+                             "where ARTICLE_ID = "_s +
+                             m_key) +
+                  u'\n';
+        sortInMemory();
+        report += u"En mémoire : "_s + first() + u" ; "_s + Find<QLabel>(m_window, u"articleOrder"_s).text() +
+                  u'\n';
+        check();
+        return report + u"Condition : "_s + Find<QLabel>(m_window, u"condition"_s).text() + u'\n';
+    }
+
+private:
+    void sort(const QString &field) { m_grid.TitleClick(m_grid.ColumnByFieldName(field)); }
+
+    QString first() const
+    {
+        m_grid.DataSet()->First();
+        return m_grid.DataSet()->FieldByName(u"NOM"_s).AsString();
+    }
+
+    // By the keyboard, as a user does, and on to the next row, which posts it.
+    void changePrice()
+    {
+        m_key = m_grid.DataSet()->FieldByName(u"ARTICLE_ID"_s).AsString();
+        m_grid.setSelectedIndex(m_grid.ColumnByFieldName(u"PRIX"_s).Index());
+        m_grid.setFocus();
+        Press(m_grid, Qt::Key_F2);
+        auto *editor = m_grid.viewport()->findChild<QLineEdit *>();
+        if (!m_grid.EditorMode() || !editor)
+            Fail(u"le prix ne se laisse pas modifier"_s);
+        editor->selectAll();
+        editor->del();
+        for (const QChar c : u"36,50"_s) {
+            QKeyEvent typed(QEvent::KeyPress, 0, Qt::NoModifier, c);
+            QApplication::sendEvent(editor, &typed);
+        }
+        Press(*editor, Qt::Key_Down);
+        if (m_grid.EditorMode())
+            Fail(u"le prix n'est pas enregistré"_s);
+    }
+
+    void giveMetal()
+    {
+        auto &find = Find<TComboBoxFk>(m_window, u"findArticle"_s);
+        find.SelectionnerCle(m_key);
+        emit find.activated(find.currentIndex());
+        if (m_grid.DataSet()->FieldByName(u"ARTICLE_ID"_s).AsString() != m_key)
+            Fail(u"l'article choisi n'est pas l'article courant"_s);
+        Find<TDBComboBoxEditFk>(m_window, u"articleMetal"_s).SelectionnerCle(u"8"_s);
+        Find<QPushButton>(m_window, u"saveArticle"_s).click();
+    }
+
+    void sortInMemory()
+    {
+        auto &place = Find<QComboBox>(m_window, u"articlePlace"_s);
+        place.setCurrentIndex(1);
+        emit place.activated(1);
+        sort(u"NOM"_s);
+        sort(u"PRIX"_s);
+        sort(u"PRIX"_s); // the dearest first
+    }
+
+    void check()
+    {
+        auto &choice = Find<TCheckListBoxFK>(m_window, u"choice"_s);
+        choice.setFocus();
+        Press(choice, Qt::Key_Home);
+        Press(choice, Qt::Key_Space);
+        Press(choice, Qt::Key_Down);
+        Press(choice, Qt::Key_Space);
+        if (choice.NbCaseCoche() != 2)
+            Fail(u"les articles ne se laissent pas cocher"_s);
+    }
+
+    QString inDatabase(const QString &sql)
+    {
+        TQuery query(nullptr, &m_database.Connection());
+        query.setCommandText(sql);
+        query.Open();
+        return query.Fields()[0].AsString();
+    }
+
+    MainWindow &m_window;
+    ShopDatabase &m_database;
+    TzmGrid &m_grid;
+    QString m_key;
+};
+
+} // namespace
+
+QString GoRoundLists(MainWindow &window, ShopDatabase &database)
+{
+    return Round(window, database).Go();
+}
+
+} // namespace Shop
