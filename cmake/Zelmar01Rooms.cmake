@@ -22,12 +22,19 @@ function(zelmar01_qt_settings target)
     set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
 endfunction()
 
+# While the major number is 0, each minor one may change what programs were linked with.
+set(ZELMAR01_SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+
 # zelmar01_room(name [PLAIN] HEADERS ... SOURCES ... NEEDS rooms... PACKAGES "Qt6 COMPONENTS Core" ...
 #               LINK public libraries... LINK_PRIVATE libraries...)
 #
 # One room: the library Zelmar01::name, its public headers under the repository root as include root, its
-# installation and its entry in the CMake package, where it is the component of the same name. PACKAGES
-# are what a user of the installed room must find, one find_package call each. PLAIN rooms know no Qt.
+# installation, its entry in the CMake package, where it is the component of the same name, and its pkg-config
+# file zelmar01-name. PACKAGES are what a user of the installed room must find, one find_package call each.
+# PLAIN rooms know no Qt.
+#
+# What is installed belongs to one of the components runtime, devel, tools and designer, each a package of its
+# own (Zelmar01Packages.cmake).
 function(zelmar01_room name)
     cmake_parse_arguments(ROOM "PLAIN" "" "HEADERS;SOURCES;NEEDS;PACKAGES;LINK;LINK_PRIVATE" ${ARGN})
     set(target Zelmar01_${name})
@@ -37,7 +44,7 @@ function(zelmar01_room name)
     set_target_properties(${target} PROPERTIES
         EXPORT_NAME ${name}
         VERSION ${PROJECT_VERSION}
-        SOVERSION ${PROJECT_VERSION_MAJOR}
+        SOVERSION ${ZELMAR01_SOVERSION}
         WINDOWS_EXPORT_ALL_SYMBOLS ON
         POSITION_INDEPENDENT_CODE ON)
     zelmar01_settings(${target})
@@ -46,10 +53,17 @@ function(zelmar01_room name)
     endif()
     list(TRANSFORM ROOM_NEEDS PREPEND Zelmar01:: OUTPUT_VARIABLE needs)
     target_link_libraries(${target} PUBLIC ${needs} ${ROOM_LINK} PRIVATE ${ROOM_LINK_PRIVATE})
-    install(TARGETS ${target} EXPORT Zelmar01-${name} FILE_SET HEADERS)
+    install(TARGETS ${target} EXPORT Zelmar01-${name}
+        RUNTIME COMPONENT runtime
+        LIBRARY COMPONENT runtime NAMELINK_COMPONENT devel
+        ARCHIVE COMPONENT devel
+        FILE_SET HEADERS COMPONENT devel)
     install(EXPORT Zelmar01-${name} NAMESPACE Zelmar01::
-            DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Zelmar01)
+            DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Zelmar01 COMPONENT devel)
+    zelmar01_pkg_config(${name})
 
+    list(TRANSFORM ROOM_HEADERS PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+    set_property(GLOBAL APPEND PROPERTY ZELMAR01_HEADERS ${ROOM_HEADERS})
     set_property(GLOBAL APPEND PROPERTY ZELMAR01_ROOMS ${name})
     string(REPLACE ";" " " needsWords "${ROOM_NEEDS}")
     string(APPEND entry "set(_Zelmar01_${name}_NEEDS ${needsWords})\n"
@@ -58,6 +72,36 @@ function(zelmar01_room name)
         string(APPEND entry " \"${package}\"")
     endforeach()
     set_property(GLOBAL APPEND_STRING PROPERTY ZELMAR01_ROOM_TABLE "${entry})\n")
+endfunction()
+
+# The file by which pkg-config finds a room, relative to where it is, so that the whole installation can be moved.
+# Reads the arguments of zelmar01_room.
+function(zelmar01_pkg_config room)
+    set(place ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+    cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${place}
+               OUTPUT_VARIABLE PREFIX)
+    set(REQUIRES)
+    foreach(need IN LISTS ROOM_NEEDS)
+        list(APPEND REQUIRES zelmar01-${need})
+    endforeach()
+    set(LIBRARIES)
+    foreach(library IN LISTS ROOM_LINK ROOM_LINK_PRIVATE)
+        if(library MATCHES "^Qt6::(.*)")
+            list(APPEND REQUIRES Qt6${CMAKE_MATCH_1})
+        elseif(library STREQUAL "Cups::Cups")
+            string(APPEND LIBRARIES " -lcups")
+        elseif(NOT library MATCHES "^\\$<") # generator expressions: libraries of other systems
+            string(APPEND LIBRARIES " -l${library}")
+        endif()
+    endforeach()
+    list(JOIN REQUIRES ", " REQUIRES)
+    if(BUILD_SHARED_LIBS) # a shared library brings what it alone needs
+        set(LIBRARIES)
+    endif()
+    set(ROOM ${room})
+    set(file ${PROJECT_BINARY_DIR}/pkgconfig/zelmar01-${room}.pc)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/zelmar01-room.pc.in ${file} @ONLY)
+    install(FILES ${file} DESTINATION ${place} COMPONENT devel)
 endfunction()
 
 # Installs the CMake package that find_package(Zelmar01 COMPONENTS ...) reads.
@@ -72,5 +116,5 @@ function(zelmar01_install_package)
         COMPATIBILITY SameMinorVersion)
     install(FILES ${PROJECT_BINARY_DIR}/Zelmar01Config.cmake
                   ${PROJECT_BINARY_DIR}/Zelmar01ConfigVersion.cmake
-            DESTINATION ${place})
+            DESTINATION ${place} COMPONENT devel)
 endfunction()
