@@ -1,6 +1,6 @@
 #include "Bench.h"
 
-#include <Zelmar01/tasks/service/TaskAllocator.h>
+#include <Zelmar01/tasks/TaskScheduler.h>
 #include <Zelmar01/tasks/service/store/JobFile.h>
 #include <Zelmar01/tasks/service/store/JobFolder.h>
 #include <Zelmar01/tasks/service/store/JobStore.h>
@@ -155,7 +155,11 @@ int main()
 {
     const Jobs jobs;
     Listing listing(jobs.Folder);
+    TTaskScheduler scheduler(nullptr, std::make_shared<TJobStore>(TJobStoreOptions{jobs.Folder, {}, {}, {}}));
     Comparison::PrintHeader();
+    Comparison::Print(
+        "Refresh over 10,000 jobs", "the folder's names", 3, [&] { scheduler.Refresh(); },
+        [&] { sink = readNames(jobs.Folder).size(); });
     Comparison::Print(
         "list 10,000 jobs", "the folder's names", 3, [&] { listing.Names(); },
         [&] { sink = readNames(jobs.Folder).size(); });

@@ -29,13 +29,19 @@ private:
     T *m_block = nullptr;
 };
 
+/// A text of the service, unit by unit; empty for null.
+inline QString TextOf(const char16_t *text)
+{
+    return text ? QStringView(text).toString() : QString();
+}
+
 /// What an operation answers that gives a text. Raises EOleSysError.
 template<class Object, class Interface>
 QString ReadText(ITaskService &service, Object &object, TTaskResult (Interface::*get)(char16_t *&))
 {
     TServiceBlock<char16_t> text(service.Allocator());
     OleCheck(service, (object.*get)(text.Out()));
-    return text.Get() ? QString::fromUtf16(text.Get()) : QString();
+    return TextOf(text.Get());
 }
 
 /// The object under another interface. Raises EOleSysError.

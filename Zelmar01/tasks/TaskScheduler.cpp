@@ -6,9 +6,39 @@
 #include <Zelmar01/tasks/ServiceCalls.h>
 #include <Zelmar01/tasks/saUtils.h>
 
+#include <QMetaMethod>
+
 #include <algorithm>
 
 namespace Zelmar01 {
+
+namespace {
+
+// How many bytes at the beginning all keys have in common.
+std::size_t commonBeginning(const std::vector<TCollationKey> &keys)
+{
+    auto length = keys.empty() ? 0 : keys.front().Letters().size();
+    for (const auto &key : keys) {
+        const auto &first = keys.front().Letters(), &other = key.Letters();
+        length = std::min(length, other.size());
+        length = static_cast<std::size_t>(
+            std::mismatch(first.begin(), first.begin() + static_cast<std::ptrdiff_t>(length), other.begin())
+                .first -
+            first.begin());
+    }
+    return length;
+}
+
+// The bytes from `at` on, as far as they go, as a number of the same order.
+std::uint64_t bytesFrom(const std::string &bytes, std::size_t at)
+{
+    std::uint64_t number = 0;
+    for (auto end = at + sizeof number; at < end; ++at)
+        number = number << 8 | (at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0);
+    return number;
+}
+
+} // namespace
 
 TTaskScheduler::TTaskScheduler(QObject *owner, std::shared_ptr<ITaskService> service)
     : TComponent(owner), m_service(service ? std::move(service) : DefaultTaskService())
@@ -81,7 +111,7 @@ void TTaskScheduler::Refresh()
     while (jobs->Next(1, &names, &fetched) == TaskResult::Ok && fetched != 0) {
         TServiceBlock<char16_t> name(m_service->Allocator());
         name.Out() = names[0];
-        addItem(QString::fromUtf16(name.Get()));
+        addItem(TextOf(name.Get()));
     }
     sortItems();
 }
@@ -92,52 +122,66 @@ void TTaskScheduler::Clear()
         m_items.pop_back();
 }
 
-void TTaskScheduler::addItem(const QString &fileName)
+std::unique_ptr<TTaskItem> TTaskScheduler::makeItem(const QString &fileName)
 {
     auto item = std::make_unique<TTaskItem>(*this);
     item->m_jobName = fileName;
+    return item;
+}
+
+void TTaskScheduler::addItem(const QString &fileName)
+{
+    TEntry entry{fileName, nullptr};
     bool canAdd = true;
-    emit OnBeforeTaskAdded(this, item.get(), canAdd);
+    if (isSignalConnected(QMetaMethod::fromSignal(&TTaskScheduler::OnBeforeTaskAdded))) {
+        entry.Item = makeItem(fileName);
+        emit OnBeforeTaskAdded(this, entry.Item.get(), canAdd);
+    }
     if (canAdd)
-        m_items.push_back(std::move(item));
+        m_items.push_back(std::move(entry));
 }
 
 TTaskItem *TTaskScheduler::insertItem(int index, const QString &fileName)
 {
-    auto item = std::make_unique<TTaskItem>(*this);
-    item->m_jobName = fileName;
-    return m_items.insert(m_items.begin() + index, std::move(item))->get();
+    return m_items.insert(m_items.begin() + index, {fileName, makeItem(fileName)})->Item.get();
 }
 
 void TTaskScheduler::sortItems()
 {
-    struct TKeyed
+    std::vector<TCollationKey> keys;
+    keys.reserve(m_items.size());
+    for (const auto &item : m_items)
+        keys.emplace_back(item.FileName);
+    const auto beginning = commonBeginning(keys);
+    struct TPlace
     {
-        TCollationKey Key;
-        std::unique_ptr<TTaskItem> Item;
+        std::uint64_t Start;
+        std::size_t Index;
     };
-    std::vector<TKeyed> keyed;
-    keyed.reserve(m_items.size());
-    for (auto &item : m_items) {
-        TCollationKey key(item->m_jobName);
-        keyed.push_back({std::move(key), std::move(item)});
-    }
+    std::vector<TPlace> order;
+    order.reserve(keys.size());
+    for (const auto &key : keys)
+        order.push_back({bytesFrom(key.Letters(), beginning), order.size()});
     // Jobs that differ in nothing but case stand in the order in which Find looks for them.
-    std::sort(keyed.begin(), keyed.end(),
-              [](const TKeyed &a, const TKeyed &b) { return a.Key.CompareStr(b.Key) < 0; });
-    std::transform(keyed.begin(), keyed.end(), m_items.begin(),
-                   [](TKeyed &entry) { return std::move(entry.Item); });
+    std::sort(order.begin(), order.end(), [&](const TPlace &a, const TPlace &b) {
+        return a.Start != b.Start ? a.Start < b.Start : keys[a.Index].CompareStr(keys[b.Index]) < 0;
+    });
+    std::vector<TEntry> sorted;
+    sorted.reserve(m_items.size());
+    for (const auto &place : order)
+        sorted.push_back(std::move(m_items[place.Index]));
+    m_items = std::move(sorted);
 }
 
 bool TTaskScheduler::Find(const QString &s, int &index) const
 {
     const TCollationKey sought(s);
     const auto place = std::lower_bound(m_items.begin(), m_items.end(), sought,
-                                        [](const std::unique_ptr<TTaskItem> &item, const TCollationKey &key) {
-                                            return TCollationKey(item->m_jobName).CompareStr(key) < 0;
+                                        [](const TEntry &entry, const TCollationKey &key) {
+                                            return TCollationKey(entry.FileName).CompareStr(key) < 0;
                                         });
     index = static_cast<int>(place - m_items.begin());
-    return place != m_items.end() && TCollationKey((*place)->m_jobName).CompareStr(sought) == 0;
+    return place != m_items.end() && TCollationKey(place->FileName).CompareStr(sought) == 0;
 }
 
 int TTaskScheduler::IndexOf(const QString &s) const
@@ -202,11 +246,14 @@ void TTaskScheduler::DeleteTask(const QString &taskName)
     OleCheck(*m_service, scheduler.Delete(name.toStdU16String().c_str()));
 }
 
-TTaskItem *TTaskScheduler::GetItem(int index) const
+TTaskItem *TTaskScheduler::GetItem(int index)
 {
     if (index < 0 || index >= Count())
         Error(QString::fromStdString(MessageText(TMessage::TaskIndexOutOfRange)), {index});
-    return m_items[static_cast<std::size_t>(index)].get();
+    auto &entry = m_items[static_cast<std::size_t>(index)];
+    if (!entry.Item)
+        entry.Item = makeItem(entry.FileName);
+    return entry.Item.get();
 }
 
 QString TTaskScheduler::GetTargetComputer() const

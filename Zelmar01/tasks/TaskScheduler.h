@@ -93,8 +93,8 @@ public:
 
     int Count() const { return static_cast<int>(m_items.size()); }
     /// Raises ESchedulerError for an index out of range.
-    TTaskItem *GetItem(int index) const;
-    TTaskItem *Items(int index) const { return GetItem(index); }
+    TTaskItem *GetItem(int index);
+    TTaskItem *Items(int index) { return GetItem(index); }
 
     /// The computer whose jobs these are, with two backslashes before its name. Empty while not active.
     QString GetTargetComputer() const;
@@ -120,6 +120,7 @@ private:
     ITaskScheduler &requireScheduler() const;
     // Null when the service cannot open it.
     std::shared_ptr<ITask> openTask(const QString &fileName) const;
+    std::unique_ptr<TTaskItem> makeItem(const QString &fileName);
     void addItem(const QString &fileName);
     TTaskItem *insertItem(int index, const QString &fileName);
     void sortItems();
@@ -127,7 +128,13 @@ private:
 
     std::shared_ptr<ITaskService> m_service;
     std::shared_ptr<ITaskScheduler> m_scheduler;
-    std::vector<std::unique_ptr<TTaskItem>> m_items;
+    // A job of the list; its item is made when somebody asks for it.
+    struct TEntry
+    {
+        QString FileName;
+        std::unique_ptr<TTaskItem> Item;
+    };
+    std::vector<TEntry> m_items;
     bool m_autoRefresh = false;
     TTaskDuplicate m_duplicate = tdError;
 };

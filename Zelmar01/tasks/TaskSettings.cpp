@@ -27,7 +27,7 @@ QString read(Object &object, ITaskAllocator &allocator, TTaskResult (Object::*ge
 {
     TServiceBlock<char16_t> text(allocator);
     check((object.*get)(text.Out()), notRead);
-    return text.Get() ? QString::fromUtf16(text.Get()) : QString();
+    return TextOf(text.Get());
 }
 
 void write(ITask &task, TTaskResult (ITask::*set)(const char16_t *), const QString &before,
@@ -112,8 +112,8 @@ TTaskSettings ReadTaskSettings(ITask &task, ITaskAllocator &allocator)
     check(QueryInterface(task, file), notRead);
     settings.File = read(*file, allocator, &IPersistFile::GetCurFile);
     TServiceBlock<char16_t> account(allocator);
-    if (Succeeded(task.GetAccountInformation(account.Out())) && account.Get())
-        settings.Account = QString::fromUtf16(account.Get());
+    if (Succeeded(task.GetAccountInformation(account.Out())))
+        settings.Account = TextOf(account.Get());
     return settings;
 }
 

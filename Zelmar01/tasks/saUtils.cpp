@@ -27,26 +27,40 @@ constexpr int sign(std::strong_ordering order)
     return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
 
-int kindOf(char32_t letter)
-{
-    return QChar::isLetter(letter) ? 2 : QChar::isDigit(letter) ? 1 : 0;
-}
+// The first bytes of characters in a key: what is no letter comes first, then digits, then letters. A
+// character of ASCII is one byte, so that most keys need no memory of their own; any other has its number
+// behind that of its kind. Keys are then compared as bytes.
+constexpr unsigned otherSigns = 0x80, digits = otherSigns + 1, otherDigits = digits + 10,
+                   smallLetters = otherDigits + 1, otherLetters = smallLetters + 26;
 
-// In three bytes, highest first, the kind above the 21 bits of the letter: texts are then compared as bytes.
+constexpr auto asciiBytes = [] {
+    std::array<char, otherSigns> bytes{};
+    for (unsigned c = 0; c < otherSigns; ++c) {
+        const auto small = c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c;
+        const auto byte = small >= 'a' && small <= 'z' ? smallLetters + small - 'a'
+                          : c >= '0' && c <= '9'       ? digits + c - '0'
+                                                       : c;
+        bytes[c] = static_cast<char>(byte);
+    }
+    return bytes;
+}();
+
 void addLetter(std::string &letters, char32_t letter)
 {
-    const auto weight = static_cast<char32_t>(kindOf(letter)) << 21 | letter;
-    const char bytes[] = {static_cast<char>(weight >> 16), static_cast<char>(weight >> 8),
-                          static_cast<char>(weight)};
-    letters.append(bytes, sizeof bytes);
+    if (letter < asciiBytes.size()) {
+        letters += asciiBytes[letter];
+        return;
+    }
+    const auto kind = QChar::isLetter(letter)  ? otherLetters
+                      : QChar::isDigit(letter) ? otherDigits
+                                               : otherSigns;
+    letters += static_cast<char>(kind);
+    for (const int shift : {16, 8, 0})
+        letters += static_cast<char>(letter >> shift & 0xFF);
 }
 
 void addFolded(std::string &letters, char32_t letter)
 {
-    if (letter < 0x80) { // the most, and without any parts
-        addLetter(letters, QChar::toCaseFolded(letter));
-        return;
-    }
     if (QChar::decompositionTag(letter) == QChar::Canonical) {
         for (const char32_t part : QChar::decomposition(letter).toUcs4())
             addFolded(letters, part);
@@ -65,9 +79,18 @@ void addFolded(std::string &letters, char32_t letter)
 std::string lettersOf(const QString &text)
 {
     std::string letters;
-    letters.reserve(static_cast<std::size_t>(text.size()) * 3);
-    for (const char32_t letter : text.toUcs4())
-        addFolded(letters, letter);
+    letters.reserve(static_cast<std::size_t>(text.size()));
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char32_t unit = text[i].unicode();
+        if (unit < asciiBytes.size()) {
+            letters += asciiBytes[unit];
+        } else if (QChar::isHighSurrogate(unit) && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+            addFolded(letters, QChar::surrogateToUcs4(text[i], text[i + 1]));
+            ++i;
+        } else {
+            addFolded(letters, unit);
+        }
+    }
     return letters;
 }
 

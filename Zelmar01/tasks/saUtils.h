@@ -12,9 +12,8 @@ namespace Zelmar01 {
 /// Compare two texts the way people sort names; the answer is -1, 0 or 1. The order is the same on every
 /// system and in every locale. Each of these decides where those before it found no difference:
 ///
-/// 1. the letters, whatever their case and accents ("œ" is "oe", "ß" is "ss"), digits before letters and
-/// anything else
-///    before digits;
+/// 1. the letters, whatever their case and accents ("œ" is "oe", "ß" is "ss"), digits before letters, and
+///    anything else before digits;
 /// 2. the accents: "cote", "coté", "côte";
 /// 3. letter case, small before capital, and at last the way the text is encoded. WCompareText leaves this
 ///    out.
@@ -33,6 +32,9 @@ public:
 
     int CompareText(const TCollationKey &other) const;
     int CompareStr(const TCollationKey &other) const;
+
+    /// The letters, to be compared as bytes; where they differ both functions say no more than they do.
+    const std::string &Letters() const { return m_letters; }
 
 private:
     std::string m_letters; // of the first level

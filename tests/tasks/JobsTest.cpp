@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QStringList listed(const TTaskScheduler &scheduler)
+QStringList listed(TTaskScheduler &scheduler)
 {
     QStringList names;
     for (int i = 0; i < scheduler.Count(); ++i)

@@ -122,7 +122,13 @@ TEST_F(JobsTool, ReadsTheseTriggers)
         for (const auto &start : starts.Json().array())
             found << start.toString();
         EXPECT_EQ(found.join(u' ').toStdString(), row.Starts);
+        const QJsonArray triggers = run(u"show t --json").Json().object()["triggers"_L1].toArray();
+        const auto again = run({u"create"_s, u"u"_s, u"--program"_s, u"true"_s, u"--json"_s, u"--trigger"_s,
+                                triggers[0].toObject()["notation"_L1].toString()});
+        EXPECT_EQ(again.Json().object()["triggers"_L1].toArray(), triggers)
+            << "a job can be made again from its JSON";
         expectDone(u"delete t");
+        expectDone(u"delete u");
     }
 }
 
@@ -137,6 +143,8 @@ TEST_F(JobsTool, RefusesTheseCommandLines)
                              u"next a --count 0",
                              u"next a --from lundi",
                              u"create a",
+                             u"create a/b --program p",
+                             u"show a.txt",
                              u"create a --program p --flags loud",
                              u"create a --program p --priority 7",
                              u"create a --program p --max-run-time -1",
@@ -159,6 +167,9 @@ TEST_F(JobsTool, RefusesTheseCommandLines)
     }
     EXPECT_FALSE(QFile::exists(path("jobs/a.job")));
     EXPECT_EQ(run(u"--help").Exit, 0);
+    EXPECT_EQ(run(u"list --folder /proc/jobs").Exit, 1) << "where no folder can be made";
+    EXPECT_TRUE(run(u"create a --program p --trigger \"monthly 04:30 days=31 months=2\"")
+                    .Errors.contains(u"jamais"_s));
 }
 
 TEST_F(JobsTool, GoesThroughTheLifeOfAJob)

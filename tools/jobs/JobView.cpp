@@ -1,6 +1,7 @@
 #include "JobView.h"
 
 #include "Options.h"
+#include "TriggerNotation.h"
 
 #include <Zelmar01/tasks/service/TaskAllocator.h>
 #include <Zelmar01/tasks/service/store/JobFolder.h>
@@ -92,9 +93,11 @@ void TJobView::read(ITaskService &service, ITask &task)
     std::uint16_t count = 0;
     task.GetTriggerCount(count);
     for (std::uint16_t i = 0; i < count; ++i) {
-        char16_t *text = nullptr;
-        if (Succeeded(task.GetTriggerString(i, text)))
-            Triggers << QString::fromStdU16String(TakeText(service.Allocator(), text));
+        std::shared_ptr<ITaskTrigger> trigger;
+        TASK_TRIGGER record;
+        if (Succeeded(task.GetTrigger(i, trigger)) && Succeeded(trigger->GetTrigger(record)))
+            Triggers.push_back(
+                {textOf(service, *trigger, &ITaskTrigger::GetTriggerString), NotationOf(record)});
     }
 }
 
@@ -164,7 +167,10 @@ QJsonObject TJobView::Everything() const
     object.insert(u"maxRunTime"_s,
                   MaxRunTime == UnlimitedRunTime ? QJsonValue() : QJsonValue(qint64(MaxRunTime)));
     object.insert(u"flags"_s, flags);
-    object.insert(u"triggers"_s, QJsonArray::fromStringList(Triggers));
+    QJsonArray triggers;
+    for (const auto &trigger : Triggers)
+        triggers << QJsonObject{{u"text"_s, trigger.Text}, {u"notation"_s, orNull(trigger.Notation)}};
+    object.insert(u"triggers"_s, triggers);
     return object;
 }
 

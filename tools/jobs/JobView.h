@@ -40,7 +40,12 @@ public:
     TTaskResult Problem = TaskResult::Ok; ///< why the job could not be opened
     QString Name;                         ///< without ".job"
     QString File, Program, Parameters, Directory, Comment, Creator, Account;
-    QStringList Triggers; ///< in words
+    struct TTriggerView
+    {
+        QString Text;     ///< in words
+        QString Notation; ///< see NotationOf()
+    };
+    std::vector<TTriggerView> Triggers;
     std::uint32_t Flags = 0, Priority = 0, MaxRunTime = 0, ExitCode = 0;
     TTaskResult Status = TaskResult::Ok, NextResult = TaskResult::Ok, ExitResult = TaskResult::Ok;
     SYSTEMTIME NextRun, LastRun;

@@ -155,8 +155,8 @@ private:
         line(u"dernière exécution"_s, job.LastRun == SYSTEMTIME{} ? u"jamais"_s : IsoTime(job.LastRun));
         line(u"dernier résultat"_s, job.LastResultText());
         line(u"sortie du programme"_s, output);
-        for (qsizetype i = 0; i < job.Triggers.size(); ++i)
-            m_out << "  " << i + 1 << ". " << job.Triggers[i] << '\n';
+        for (std::size_t i = 0; i < job.Triggers.size(); ++i)
+            m_out << "  " << i + 1 << ". " << job.Triggers[i].Text << '\n';
         warn(job.Flags);
         return TExit::Done;
     }
@@ -220,6 +220,9 @@ private:
         set(QueryInterface(*task, file));
         set(file->Save(nullptr, true));
         warn(m_options.Flags);
+        SYSTEMTIME next;
+        if (task->GetNextRunTime(next) == TaskResult::TaskNoMoreRuns)
+            m_err << u"Attention : les déclencheurs de cette tâche ne la démarreront jamais\n"_s;
         return m_options.Json ? answer(TJobView(m_store, *m_scheduler, m_options.Name).Everything())
                               : TExit::Done;
     }

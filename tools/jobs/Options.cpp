@@ -3,6 +3,7 @@
 #include "TriggerNotation.h"
 
 #include <Zelmar01/tasks/service/store/CommandLine.h>
+#include <Zelmar01/tasks/service/store/JobFolder.h>
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -224,6 +225,11 @@ TJobsToolOptions ParseOptions(const QStringList &arguments)
         refuse(u"La commande « %1 » demande le nom d'une tâche."_s.arg(QString(command.Name)));
     if (command.TakesName)
         options.Name = words.takeFirst();
+    if (std::u16string file;
+        command.TakesName && Failed(JobFileName(options.Name.toStdU16String().c_str(), file)))
+        refuse(
+            u"Nom de tâche incorrect « %1 » : sans dossier, sans autre fin que .job, et 250 octets au plus."_s
+                .arg(options.Name));
     if (!words.isEmpty() || (end >= 0 && options.Command != TOptions::Create))
         refuse(u"« %1 » est de trop."_s.arg(words.isEmpty() ? u"--"_s : words.first()));
 

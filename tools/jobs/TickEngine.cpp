@@ -56,7 +56,9 @@ void require(const TAnswer &answer, const QString &program)
     if (!answer.Found)
         throw EJob(u"« %1 » est introuvable sur ce système"_s.arg(program).toStdString());
     if (answer.Exit != 0)
-        throw EJob(u"« %1 » a échoué : %2"_s.arg(program, answer.Errors).toStdString());
+        throw EJob(u"« %1 » a échoué : %2"_s
+                       .arg(program, answer.Errors.isEmpty() ? u"code %1"_s.arg(answer.Exit) : answer.Errors)
+                       .toStdString());
 }
 
 QStringList tickCommand(const TJobsToolOptions &options)

@@ -2,6 +2,7 @@
 
 #include "Options.h"
 
+#include <Zelmar01/tasks/service/TriggerTimes.h>
 #include <Zelmar01/tasks/service/Triggers.h>
 
 #include <algorithm>
@@ -15,6 +16,36 @@ namespace {
 
 constexpr std::array<const char *, 7> days{"sun", "mon", "tue", "wed", "thu", "fri", "sat"};
 constexpr std::array<const char *, 5> weeks{"first", "second", "third", "fourth", "last"};
+
+// Two digits or more.
+QString padded(unsigned number)
+{
+    return QString::number(number).rightJustified(2, u'0');
+}
+
+QString isoDate(unsigned year, unsigned month, unsigned day)
+{
+    return QString::number(year) + u'-' + padded(month) + u'-' + padded(day);
+}
+
+QString namesOf(const std::array<const char *, 7> &names, unsigned bits)
+{
+    QStringList set;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (bits >> i & 1)
+            set << QString::fromLatin1(names[i]);
+    return set.join(u',');
+}
+
+// The places of the bits that are set, counted from 1.
+QString numbersOf(unsigned bits, unsigned count)
+{
+    QStringList set;
+    for (unsigned i = 0; i < count; ++i)
+        if (bits >> i & 1)
+            set << QString::number(i + 1);
+    return set.join(u',');
+}
 
 class TNotationReader
 {
@@ -110,7 +141,7 @@ private:
         } else if (key == "off"_L1 && value.isNull()) {
             m_trigger.rgFlags |= TriggerFlag::Disabled;
         } else if (key == "every"_L1 && (m_kind == "daily"_L1 || m_kind == "weekly"_L1)) {
-            m_every = static_cast<std::uint16_t>(numberOf(value, 1, 365));
+            m_every = static_cast<std::uint16_t>(numberOf(value, 1, 65535));
         } else if (key == "days"_L1 && (m_kind == "weekly"_L1 || m_kind == "monthly"_L1)) {
             m_days = value.split(u',');
         } else if (key == "week"_L1 && m_kind == "monthly"_L1) {
@@ -188,6 +219,60 @@ private:
 TASK_TRIGGER ParseTrigger(const QString &text, const QDateTime &now)
 {
     return TNotationReader(text, now).Read();
+}
+
+QString NotationOf(const TASK_TRIGGER &trigger)
+{
+    const auto &type = trigger.Type;
+    const auto time = padded(trigger.wStartHour) + u':' + padded(trigger.wStartMinute);
+    const auto begin = isoDate(trigger.wBeginYear, trigger.wBeginMonth, trigger.wBeginDay);
+    if (!IsEventTrigger(trigger) && !TTriggerTimes(trigger).CanStart())
+        return {};
+    QStringList words;
+    switch (trigger.TriggerType) {
+    case TASK_TIME_TRIGGER_ONCE:
+        words << u"once"_s << begin + u'T' + time;
+        break;
+    case TASK_TIME_TRIGGER_DAILY:
+        words << u"daily"_s << time << u"every=%1"_s.arg(type.Daily.DaysInterval);
+        break;
+    case TASK_TIME_TRIGGER_WEEKLY:
+        words << u"weekly"_s << time << u"days="_s + namesOf(days, type.Weekly.rgfDaysOfTheWeek)
+              << u"every=%1"_s.arg(type.Weekly.WeeksInterval);
+        break;
+    case TASK_TIME_TRIGGER_MONTHLYDATE:
+        words << u"monthly"_s << time << u"days="_s + numbersOf(type.MonthlyDate.rgfDays, 31)
+              << u"months="_s + numbersOf(type.MonthlyDate.rgfMonths, 12);
+        break;
+    case TASK_TIME_TRIGGER_MONTHLYDOW:
+        words << u"monthly"_s << time
+              << u"week="_s + QLatin1StringView(weeks[type.MonthlyDOW.wWhichWeek - 1U])
+              << u"days="_s + namesOf(days, type.MonthlyDOW.rgfDaysOfTheWeek)
+              << u"months="_s + numbersOf(type.MonthlyDOW.rgfMonths, 12);
+        break;
+    case TASK_EVENT_TRIGGER_ON_IDLE:
+        words << u"idle"_s;
+        break;
+    case TASK_EVENT_TRIGGER_AT_SYSTEMSTART:
+        words << u"startup"_s;
+        break;
+    case TASK_EVENT_TRIGGER_AT_LOGON:
+        words << u"logon"_s;
+        break;
+    }
+    if (trigger.TriggerType != TASK_TIME_TRIGGER_ONCE)
+        words << u"from="_s + begin;
+    if (trigger.rgFlags & TriggerFlag::HasEndDate)
+        words << u"to="_s + isoDate(trigger.wEndYear, trigger.wEndMonth, trigger.wEndDay);
+    if (trigger.MinutesInterval != 0)
+        words << u"repeat=%1"_s.arg(trigger.MinutesInterval);
+    if (trigger.MinutesDuration != 0)
+        words << u"for=%1"_s.arg(trigger.MinutesDuration);
+    if (trigger.rgFlags & TriggerFlag::KillAtDurationEnd)
+        words << u"kill"_s;
+    if (trigger.rgFlags & TriggerFlag::Disabled)
+        words << u"off"_s;
+    return words.join(u' ');
 }
 
 QString TriggerNotationHelp()

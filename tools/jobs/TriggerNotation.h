@@ -11,6 +11,10 @@ namespace Zelmar01 {
 /// TriggerNotationHelp(). It begins at `now` where it says nothing else. Raises EUsage.
 TASK_TRIGGER ParseTrigger(const QString &text, const QDateTime &now);
 
+/// The notation of a trigger, which ParseTrigger() reads back; empty for one that can never start its job,
+/// which has none.
+QString NotationOf(const TASK_TRIGGER &trigger);
+
 QString TriggerNotationHelp();
 
 } // namespace Zelmar01

@@ -1,22 +1,37 @@
 #include <Zelmar01/tasks/service/TaskAllocator.h>
 
+#include <cstdint>
+#include <cstdlib>
 #include <new>
 
 namespace Zelmar01 {
 
+TTaskAllocator::~TTaskAllocator()
+{
+    while (m_ring.Behind != &m_ring)
+        Free(m_ring.Behind + 1);
+}
+
 void *TTaskAllocator::Alloc(std::size_t size)
-try {
-    auto block = std::make_unique<std::byte[]>(size);
-    void *const address = block.get();
-    m_blocks.emplace(address, std::move(block));
-    return address;
-} catch (const std::bad_alloc &) {
-    return nullptr;
+{
+    void *const memory = size <= SIZE_MAX - sizeof(TLink) ? std::malloc(sizeof(TLink) + size) : nullptr;
+    if (!memory)
+        return nullptr;
+    auto *const link = new (memory) TLink{m_ring.Before, &m_ring};
+    link->Before->Behind = link->Behind->Before = link;
+    ++m_count;
+    return link + 1;
 }
 
 void TTaskAllocator::Free(void *block)
 {
-    m_blocks.erase(block);
+    if (!block)
+        return;
+    auto *const link = static_cast<TLink *>(block) - 1;
+    link->Before->Behind = link->Behind;
+    link->Behind->Before = link->Before;
+    --m_count;
+    std::free(link);
 }
 
 char16_t *AllocText(ITaskAllocator &allocator, std::u16string_view text)

@@ -2,10 +2,9 @@
 
 #include <Zelmar01/tasks/service/TaskInterfaces.h>
 
-#include <memory>
+#include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace Zelmar01 {
 
@@ -13,14 +12,26 @@ namespace Zelmar01 {
 class TTaskAllocator : public ITaskAllocator
 {
 public:
+    TTaskAllocator() = default;
+    ~TTaskAllocator() override;
+    TTaskAllocator(const TTaskAllocator &) = delete;
+    TTaskAllocator &operator=(const TTaskAllocator &) = delete;
+
     void *Alloc(std::size_t size) override;
-    /// A block that is not of this allocator is left alone.
     void Free(void *block) override;
 
-    std::size_t BlockCount() const { return m_blocks.size(); }
+    std::size_t BlockCount() const { return m_count; }
 
 private:
-    std::unordered_map<void *, std::unique_ptr<std::byte[]>> m_blocks;
+    // What stands in front of each block. They are in a ring, so that one that is left costs nothing but its
+    // memory, however many there are.
+    struct alignas(std::max_align_t) TLink
+    {
+        TLink *Before, *Behind;
+    };
+
+    TLink m_ring{&m_ring, &m_ring};
+    std::size_t m_count = 0;
 };
 
 /// A copy of `text` with a NUL behind it, in a block; null when there is no memory.

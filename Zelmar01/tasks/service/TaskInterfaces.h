@@ -31,7 +31,7 @@ public:
 
     /// A block of `size` bytes for any kind of record; null when there is no memory.
     virtual void *Alloc(std::size_t size) = 0;
-    /// Takes null, too.
+    /// Takes a block of this allocator, or null.
     virtual void Free(void *block) = 0;
 };
 

@@ -1,5 +1,7 @@
 #include <Zelmar01/tasks/service/Utf16.h>
 
+#include <algorithm>
+
 namespace Zelmar01 {
 
 namespace {
@@ -69,6 +71,7 @@ char32_t takeUtf8(std::string_view text, std::size_t &at)
 std::string Utf8FromUtf16(std::u16string_view text)
 {
     std::string result;
+    result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         char32_t c = text[i];
         if (isSurrogate(c)) {
@@ -83,8 +86,10 @@ std::string Utf8FromUtf16(std::u16string_view text)
 
 std::u16string Utf16FromUtf8(std::string_view text)
 {
-    std::u16string result;
-    for (std::size_t at = 0; at < text.size();)
+    const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    const auto ascii = static_cast<std::size_t>(std::ranges::find_if_not(text, isAscii) - text.begin());
+    std::u16string result(text.begin(), text.begin() + ascii);
+    for (std::size_t at = ascii; at < text.size();)
         appendUtf16(result, takeUtf8(text, at));
     return result;
 }

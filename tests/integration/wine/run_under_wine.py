@@ -23,7 +23,7 @@ import time
 import tty
 
 QUEUE = "ticket"
-OVERALL_SECONDS = 200
+OVERALL_SECONDS = 400
 
 CUPSD_CONF = """
 Listen {folder}/cups.sock
@@ -235,7 +235,7 @@ def windows(runner, wine, wineserver, prefix, ports):
     try:
         # The first program of a new Windows makes it. "wineboot -i" would do so a second time, and leave it with
         # two service managers, neither of which knows what the other has started.
-        runner.run(wine, "cmd", "/c", "exit", "0", seconds=90)
+        runner.run(wine, "cmd", "/c", "exit", "0", seconds=150)
         for name, file in ports.items():
             link = prefix / "dosdevices" / name.lower()
             if not link.is_symlink() or os.readlink(link) != str(file):
@@ -283,7 +283,7 @@ def main():
         good = True
         for program in options.programs:
             try:
-                runner.run(options.wine, program, "--gtest_brief=1", seconds=60)
+                runner.run(options.wine, program, "--gtest_brief=1", seconds=150)
                 check(pathlib.Path(program).stem, True)
             except Failure as failure:
                 good = check(failure, False)

@@ -47,12 +47,15 @@ bool isForbidden(char16_t c)
 }
 
 // The records of a job's runs have its name and an ending of five more bytes.
+constexpr std::size_t longestName = 250;
+
 bool hasRoom(std::u16string_view file)
 {
 #ifdef _WIN32
-    return file.size() <= 250;
+    return file.size() <= longestName;
 #else
-    return Utf8FromUtf16(file).size() <= 250;
+    constexpr std::size_t mostBytesAUnit = 3;
+    return file.size() <= longestName / mostBytesAUnit || Utf8FromUtf16(file).size() <= longestName;
 #endif
 }
 

@@ -212,8 +212,10 @@ TTaskResult MakePrivateFolder(const std::filesystem::path &folder)
     if (mkdir(folder.c_str(), privateFolder) == 0)
         return TaskResult::Ok;
     if (errno == ENOENT && folder.has_relative_path()) {
-        const auto result = MakePrivateFolder(folder.parent_path());
-        return Succeeded(result) ? MakePrivateFolder(folder) : result;
+        if (const auto result = MakePrivateFolder(folder.parent_path()); Failed(result))
+            return result;
+        if (mkdir(folder.c_str(), privateFolder) == 0)
+            return TaskResult::Ok;
     }
     if (errno != EEXIST)
         return ResultFromErrno(errno);
