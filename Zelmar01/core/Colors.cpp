@@ -77,15 +77,15 @@ QColor WithContrast(const QColor &moving, const QColor &still, double least)
                                ContrastOf(moved(ends[0]), still) >= ContrastOf(moved(ends[1]), still)
                            ? ends[0]
                            : ends[1];
-    double near = moving.lightnessF(), far = end;
+    double nearest = moving.lightnessF(), farthest = end;
     // Beyond the other colour's own lightness the contrast grows towards the end.
     if (end != ends[0])
-        near = still.lightnessF();
+        nearest = still.lightnessF();
     for (int step = 0; step < 10; ++step) {
-        const double middle = (near + far) / 2;
-        (ContrastOf(moved(middle), still) >= least ? far : near) = middle;
+        const double middle = (nearest + farthest) / 2;
+        (ContrastOf(moved(middle), still) >= least ? farthest : nearest) = middle;
     }
-    return moved(far);
+    return moved(farthest);
 }
 
 } // namespace Zelmar01

@@ -69,6 +69,8 @@ TDateTimeParts DecodeDateTime(TDateTime moment)
         rest = 0;
         ++days;
     }
+    if (double(days) > lastDay)
+        throw EConvertError(MessageText(TMessage::InvalidDate));
     const year_month_day civil{dayZero + std::chrono::days{days}};
     return {static_cast<int>(civil.year()),
             static_cast<int>(static_cast<unsigned>(civil.month())),

@@ -30,8 +30,8 @@ TExceptionDisplay SetExceptionDisplay(TExceptionDisplay replacement)
 
 void ShowException(const std::exception &exception)
 {
-    if (display())
-        display()(exception);
+    if (const auto show = display()) // a copy: it may replace itself
+        show(exception);
     else
         writeToStandardError(exception);
 }

@@ -7,11 +7,13 @@ namespace Zelmar01 {
 
 TLeaveWatch::TLeaveWatch(QWidget *control) : QObject(control)
 {
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { follow(now); });
+    connect(qApp, &QApplication::focusChanged, this, &TLeaveWatch::follow);
 }
 
-void TLeaveWatch::follow(const QWidget *now)
+// Not what the signal tells: another watch may have moved the focus again since.
+void TLeaveWatch::follow()
 {
+    const auto *now = QApplication::focusWidget();
     if (!now)
         return;
     if (now == control() || control()->isAncestorOf(now)) {

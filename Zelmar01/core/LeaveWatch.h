@@ -18,7 +18,7 @@ signals:
     void OnLeave();
 
 private:
-    void follow(const QWidget *now);
+    void follow();
     const QWidget *control() const { return static_cast<const QWidget *>(parent()); }
 
     bool m_inside = false;

@@ -23,12 +23,13 @@ TMessageBox SetMessageBox(TMessageBox box)
 
 TMsgDlgBtn MessageDlg(const QString &text, TMsgDlgType type, TMsgDlgButtons buttons)
 {
-    if (!currentBox())
+    const auto box = currentBox(); // a copy: it may replace itself
+    if (!box)
         throw EInvalidOperation(
             "Aucune boîte de message : l'application hôte doit appeler UseMessageBoxes() ou "
             "SetMessageBox(). Message : " +
             text.toStdString());
-    return currentBox()(text, type, buttons);
+    return box(text, type, buttons);
 }
 
 } // namespace Zelmar01

@@ -12,14 +12,14 @@ struct TSpan
     int Start, Length;
 };
 
-TSpan moved(TSpan span, bool near, bool far, int before, int now)
+TSpan moved(TSpan span, bool keepsStart, bool keepsEnd, int before, int now)
 {
     const int grown = now - before;
-    if (near && far)
+    if (keepsStart && keepsEnd)
         return {span.Start, qMax(0, span.Length + grown)};
-    if (far)
+    if (keepsEnd)
         return {span.Start + grown, span.Length};
-    if (near || before == span.Length)
+    if (keepsStart || before == span.Length)
         return span;
     return {span.Start + grown * span.Start / (before - span.Length), span.Length};
 }
@@ -80,6 +80,7 @@ void TPlacement::setAlign(TAlign align)
 void TPlacement::setAnchors(TAnchors anchors)
 {
     m_anchors = anchors;
+    m_place = {};
 }
 
 void TPlacement::follow()
@@ -118,12 +119,19 @@ void TPlacement::keepDistance(const QSize &before, const QSize &now)
     const auto *form = control()->parentWidget();
     if (!form || form->layout() || !before.isValid())
         return;
-    const auto place = control()->geometry();
+    // Told anew only when somebody else has placed the control: rounding never adds up, and a length that was
+    // cut to nothing comes back.
+    if (control()->geometry() != m_place) {
+        m_origin = control()->geometry();
+        m_formOfOrigin = before;
+    }
+    const auto &place = m_origin;
     const auto across = moved({place.left(), place.width()}, m_anchors.testFlag(akLeft),
-                              m_anchors.testFlag(akRight), before.width(), now.width());
+                              m_anchors.testFlag(akRight), m_formOfOrigin.width(), now.width());
     const auto down = moved({place.top(), place.height()}, m_anchors.testFlag(akTop),
-                            m_anchors.testFlag(akBottom), before.height(), now.height());
+                            m_anchors.testFlag(akBottom), m_formOfOrigin.height(), now.height());
     control()->setGeometry(across.Start, down.Start, across.Length, down.Length);
+    m_place = control()->geometry();
 }
 
 void TPlacement::alignChildren(const QWidget &form)

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QRect>
+#include <QSize>
 
 class QWidget;
 
@@ -46,6 +47,9 @@ private:
     QObject *m_followed = nullptr;
     TAlign m_align = alNone;
     TAnchors m_anchors = TAnchors(akLeft | akTop);
+    QRect m_origin;       // where somebody else put the control,
+    QSize m_formOfOrigin; // when the parent had this size
+    QRect m_place;        // where this has put it since
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(TPlacement::TAnchors)

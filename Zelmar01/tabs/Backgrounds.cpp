@@ -13,11 +13,13 @@ void ExtStretchBlt(QPainter *dc, const TRect &destRect, const QPixmap &graphic, 
     if (srcW < 1 || srcH < 1 || destRect.IsEmpty())
         return;
     const double ratio = dc->paintEngine()->paintDevice()->devicePixelRatio();
-    QImage window((QSizeF(srcW, srcH) * ratio).toSize(), QImage::Format_RGB32);
+    const auto ground = dc->background().color();
+    QImage window((QSizeF(srcW, srcH) * ratio).toSize(),
+                  ground.alpha() < 255 ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
     if (window.isNull())
         return;
     window.setDevicePixelRatio(ratio);
-    window.fill(dc->background().color());
+    window.fill(ground);
     {
         QPainter painter(&window);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);

@@ -186,7 +186,6 @@ bool TExtCustomTab::event(QEvent *event)
         break;
     }
     case QEvent::ParentChange:
-    case QEvent::ApplicationFontChange:
     case QEvent::LayoutDirectionChange:
         forgetColors();
         forgetMouse();
@@ -216,8 +215,12 @@ void TExtCustomTab::changeEvent(QEvent *event)
     case QEvent::PaletteChange:
     case QEvent::StyleChange:
     case QEvent::EnabledChange:
-    case QEvent::FontChange:
         forgetColors();
+        break;
+    case QEvent::FontChange:
+        // This is how widgets hear of another font of the application, which tabs take over.
+        forgetColors();
+        layoutChanged();
         break;
     case QEvent::ActivationChange:
         m_colors.reset();

@@ -243,8 +243,8 @@ public:
     virtual void BeginUpdate();
     virtual void EndUpdate();
     void Invalidate() { update(); }
-    /// What a handler of OnDrawTab draws with; null outside of draw requests. Its brush has the colour of the
-    /// tab, its pen that of the caption.
+    /// What a handler of OnDrawTab draws with; null outside of draw requests. Its brush and its background
+    /// have the colour of the tab, its pen that of the caption.
     QPainter *Canvas() const { return m_canvas; }
 
     // For handlers of OnDrawTab; outside of a draw request they do nothing.

@@ -1,5 +1,6 @@
 #include <Zelmar01/tabs/ExtGlyphs.h>
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QWidget>
 
@@ -27,7 +28,7 @@ void TExtGlyphs::SetImageList(const TImageList *images)
     QImage strip((QSizeF(count * images->Width(), images->Height()) * ratio).toSize(),
                  QImage::Format_ARGB32_Premultiplied);
     strip.setDevicePixelRatio(ratio);
-    strip.fill(m_transparentColor.Resolved({}));
+    strip.fill(m_transparentColor.Resolved(QGuiApplication::palette()));
     QPainter painter;
     if (!strip.isNull() && painter.begin(&strip)) {
         for (int i = 0; i < count; ++i)

@@ -279,7 +279,7 @@ void TExtPageControl::ReAlignTabSheets(bool force)
 void TExtPageControl::realign()
 {
     if (HandleAllocated())
-        ReAlignTabSheets(true);
+        ReAlignTabSheets(!isVisible());
     else if (m_activePage)
         m_activePage->setGeometry(ToQRect(DisplayRect()));
 }

@@ -1,5 +1,6 @@
 #include <Zelmar01/tabs/ImageList.h>
 
+#include <QGuiApplication>
 #include <QPainter>
 
 namespace Zelmar01 {
@@ -31,8 +32,8 @@ void TImageList::AddMasked(const QImage &strip, TColor mask)
     if (m_width <= 0 || m_height <= 0 || strip.isNull())
         return;
     auto masked = strip.convertToFormat(QImage::Format_ARGB32);
-    if (mask.IsFixed())
-        makeTransparent(masked, mask.Resolved({}).rgb());
+    if (!mask.IsNone())
+        makeTransparent(masked, mask.Resolved(QGuiApplication::palette()).rgb());
     masked = masked.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     const double ratio = strip.devicePixelRatio();
     const int width = qRound(m_width * ratio), height = qRound(m_height * ratio);

@@ -3,6 +3,7 @@
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/tabs/ExtCustomTab.h>
 #include <Zelmar01/tabs/QtRect.h>
+#include <Zelmar01/tabs/TabSheet.h>
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -167,10 +168,28 @@ private:
     mutable std::vector<QAccessible::Id> m_tabs;
 };
 
+// A page is called as its tab is, unless it has a name of its own.
+class TPageInterface : public QAccessibleWidget
+{
+public:
+    explicit TPageInterface(TTabSheet *page) : QAccessibleWidget(page, QAccessible::Pane) {}
+
+    QString text(QAccessible::Text kind) const override
+    {
+        const auto own = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name && own.isEmpty()
+                   ? PlainCaption(static_cast<const TTabSheet *>(widget())->Caption())
+                   : own;
+    }
+};
+
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
 {
-    auto *control = qobject_cast<TExtCustomTab *>(object);
-    return control ? new TControlInterface(control) : nullptr;
+    if (auto *control = qobject_cast<TExtCustomTab *>(object))
+        return new TControlInterface(control);
+    if (auto *page = qobject_cast<TTabSheet *>(object))
+        return new TPageInterface(page);
+    return nullptr;
 }
 
 void tell(TExtCustomTab *control, int tab, QAccessible::Event what)

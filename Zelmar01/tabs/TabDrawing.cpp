@@ -243,6 +243,7 @@ void TExtCustomTab::CNDrawTab(const TTabDrawRequest &request)
     });
     const bool hot = m_hottrack->Enabled() && m_hottrack->HotTab == request.ItemID;
     painter.setBrush(colors().Ground[selected]);
+    painter.setBackground(colors().Ground[selected]);
     painter.setFont((selected ? m_activeFont : m_inactiveFont)->Font());
     painter.setPen((hot ? colors().HotText : colors().Text)[selected]);
     DrawTab(index, selected, content, ground, state);
@@ -300,15 +301,20 @@ TPoint TExtCustomTab::TabTextOut(const TRect &rect, TPoint offset, const QString
     const auto layout = LayOutCaption(rect, offset, caption, alignment, m_wordWrap, painter.fontMetrics());
     const int axis = rect.Left + rect.Right;
     const auto mirror = [&](const TRect &part) { return isRightToLeft() ? part.Mirrored(axis) : part; };
+    const auto box = mirror(layout.Box);
+    // What finds no room loses its end, on whatever side that is.
+    const auto leftOf = [&](const TCaptionLayout::TLine &line) {
+        if (line.Rect.Width() <= box.Width())
+            return mirror(line.Rect).Left;
+        return line.Text.isRightToLeft() ? box.Right - line.Rect.Width() : box.Left;
+    };
     const auto draw = [&](int shift) {
         if (layout.IsClipped) {
             painter.save();
-            painter.setClipRect(ToQRect(mirror(layout.Box).Moved(shift, shift)), Qt::IntersectClip);
+            painter.setClipRect(ToQRect(box.Moved(shift, shift)), Qt::IntersectClip);
         }
-        for (const auto &line : layout.Lines) {
-            const auto lineRect = mirror(line.Rect);
-            m_captions->Draw(painter, line.Text, {lineRect.Left + shift, lineRect.Top + shift});
-        }
+        for (const auto &line : layout.Lines)
+            m_captions->Draw(painter, line.Text, {leftOf(line) + shift, line.Rect.Top + shift});
         if (layout.IsClipped)
             painter.restore();
     };

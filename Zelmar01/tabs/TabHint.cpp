@@ -1,5 +1,6 @@
 #include "TabHint.h"
 
+#include <QGuiApplication>
 #include <QScreen>
 #include <QStyle>
 #include <QToolTip>
@@ -35,7 +36,8 @@ void TTabHint::ShowText(const QString &text, QPoint place, QWidget *from)
     setLayoutDirection(from->layoutDirection());
     setText(text);
     resize(sizeHint());
-    const auto screen = from->screen()->availableGeometry();
+    const auto *under = QGuiApplication::screenAt(place);
+    const auto screen = (under ? under : from->screen())->availableGeometry();
     if (place.x() + width() > screen.right())
         place.setX(qMax(screen.left(), screen.right() + 1 - width()));
     if (place.y() + height() > screen.bottom())

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPointer>
 #include <QWidget>
 
 namespace Zelmar01 {
@@ -58,7 +57,7 @@ private:
     void resetTabVisible() { setTabVisible(true); }
 
     QString m_caption;
-    QPointer<TExtPageControl> m_pageControl;
+    TExtPageControl *m_pageControl = nullptr;
     int m_tabIndex = -1;
     bool m_tabVisible = true;
     int m_tag = 0;

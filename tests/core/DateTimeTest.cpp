@@ -58,7 +58,7 @@ TEST(DateTime, refusesWhatTheCalendarLacks)
         EXPECT_EQ(untouched, 7);
         EXPECT_THROW(EncodeDate(bad.Year, bad.Month, bad.Day), EConvertError);
     }
-    for (const double bad : {-693594.0, 2958466.0, 1e9, -1e300, std::nan(""), HUGE_VAL})
+    for (const double bad : {-693594.0, 2958466.0, 2958466.0 - 1e-9, 1e9, -1e300, std::nan(""), HUGE_VAL})
         EXPECT_THROW(DecodeDateTime(bad), EConvertError) << bad;
     EXPECT_THROW(EncodeTime(24, 0, 0, 0), EConvertError);
     EXPECT_THROW(EncodeTime(23, 59, 60, 0), EConvertError);

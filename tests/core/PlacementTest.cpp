@@ -85,6 +85,9 @@ TEST_F(Placed, anchorsKeepTheDistance)
         auto &control = add(P::alNone, one.Anchors);
         m_form.resize(400, 280);
         EXPECT_EQ(control.geometry(), one.Grown) << one.Anchors.toInt();
+        m_form.resize(50, 41);
+        m_form.resize(300, 200);
+        EXPECT_EQ(control.geometry(), QRect(20, 30, 60, 40)) << one.Anchors.toInt();
         delete &control;
     }
 }

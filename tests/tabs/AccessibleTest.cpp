@@ -41,6 +41,9 @@ TEST_F(Accessible, everyTabHasItsNameStateAndPlace)
         EXPECT_EQ(interface->childAt(middle.x(), middle.y()), child);
     }
     EXPECT_EQ(interface->child(3)->object(), control.Pages(0));
+    EXPECT_EQ(interface->child(3)->text(QAccessible::Name), u"Vente"_s);
+    control.Pages(0)->setAccessibleName(u"Caisse"_s);
+    EXPECT_EQ(interface->child(3)->text(QAccessible::Name), u"Caisse"_s);
     EXPECT_EQ(interface->indexOfChild(interface->child(3)), 3);
     EXPECT_EQ(interface->focusChild(), interface->child(0));
 

@@ -241,4 +241,20 @@ TEST_F(Backgrounds, aTabsGraphicFillsItsRectangle)
     EXPECT_NEAR(painted(coordinates(10, 10), false).pixelColor(49, 29).red(), 9, 1) << "enlarged";
     EXPECT_EQ(painted({}, false).pixelColor(30, 20), QColor(Qt::white));
     EXPECT_EQ(painted(coordinates(10, 10), true).pixelColor(50, 30), QColor(Qt::white));
+
+    // What of a picture is transparent shows the colour of the tab, or what lies behind a tab without one.
+    QPixmap clear(10, 10);
+    clear.fill(Qt::transparent);
+    auto &control = tabs({u""_s});
+    control.setTabActiveFont_Color(QColor(Qt::white));
+    QObject::connect(&control, &TExtCustomTab::OnDrawTab, &control,
+                     [&](QWidget *, int, bool, const TRect &, const TRect &ground) {
+                         ExtDrawTabGraphic(control.Canvas(), clear, ground, false);
+                     });
+    show();
+    for (const QColor &colour : {QColor(1, 2, 3), QColor(Qt::transparent)}) {
+        control.setTabActiveColor(colour);
+        EXPECT_EQ(control.grab().toImage().pixelColor(middleOf(control, 0)),
+                  colour.alpha() > 0 ? colour : m_form.palette().color(QPalette::Window));
+    }
 }

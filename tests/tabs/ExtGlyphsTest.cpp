@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QWidget>
@@ -88,6 +89,13 @@ TEST_F(ExtGlyphs, cellsDoNotBleedAndTheTransparentColourIsLeftOut)
     }
     m_glyphs.setTransparentColor(clNone);
     EXPECT_EQ(m_glyphs.ImageList()->Image(0).pixelColor(0, 0), QColor(Qt::magenta));
+
+    // A strip on the colour of the desktop.
+    QPixmap plain(32, 16);
+    plain.fill(QGuiApplication::palette().color(QPalette::Window));
+    m_glyphs.setTransparentColor(clBtnFace);
+    m_glyphs.setGlyph(plain);
+    EXPECT_EQ(m_glyphs.ImageList()->Image(0).pixelColor(1, 1).alpha(), 0);
 }
 
 TEST_F(ExtGlyphs, anotherListMakesAStrip)

@@ -243,6 +243,18 @@ TEST_F(Painting, aDisabledCaptionIsEmbossedAndHasNoGlyph)
     EXPECT_GT(count(light), 5);
 }
 
+TEST_F(Painting, aCaptionWithoutRoomLosesItsEnd)
+{
+    auto &control = tabs({u"Montres et bijoux anciens"_s});
+    show();
+    const auto seen = [&](Qt::LayoutDirection direction) {
+        control.setLayoutDirection(direction);
+        return control.grab(ToQRect(control.GetTabRect(0))).toImage();
+    };
+    EXPECT_EQ(seen(Qt::RightToLeft), seen(Qt::LeftToRight))
+        << "French begins on the left, wherever it stands";
+}
+
 TEST_F(Painting, theFocusIsSeen)
 {
     auto &control = pages({u"Vente"_s, u"Stock"_s});

@@ -108,6 +108,17 @@ TEST_F(Properties, theWiderFontSizesTheTabs)
     EXPECT_EQ(control.font().pixelSize(), 20);
     QApplication::setFont(QFont(), "QWidget");
 
+    auto &plain = tabs({u"Montres"_s});
+    plain.setTabWidth(0);
+    show();
+    const int before = plain.GetTabRect(0).Width();
+    const auto usual = QApplication::font();
+    QApplication::setFont(large);
+    settle();
+    EXPECT_GT(plain.GetTabRect(0).Width(), before) << "tabs without a font of their own follow the desktop's";
+    QApplication::setFont(usual);
+    settle();
+
     control.setTabHeight(21);
     control.setTabWidth(70);
     control.ChangeScale(3, 2);
