@@ -1,10 +1,9 @@
 #include "Bench.h"
+#include "PricedArticles.h"
 
-#include <Zelmar01/data/ClientDataSet.h>
 #include <Zelmar01/data/DataSetModel.h>
 
 #include <QCoreApplication>
-#include <QSortFilterProxyModel>
 
 #include <sqlite3.h>
 
@@ -19,57 +18,13 @@ namespace {
 // Keeps the compiler from leaving out work whose result nobody looks at.
 volatile qint64 sink;
 
-/// What the articles of a shop are called and cost.
-struct TArticles
-{
-    QStringList Labels;
-    std::vector<qint64> Prices;
-
-    /// With `isNumbered` no label comes twice, else each some 20 times.
-    TArticles(int count, bool isNumbered)
-    {
-        const QStringList kinds{QStringLiteral("Alliance"), QStringLiteral("bague"),
-                                QStringLiteral("COLLIER"), QStringLiteral("Étui"),
-                                QStringLiteral("médaille")};
-        const QStringList metals{QStringLiteral("or jaune"), QStringLiteral("Or gris"),
-                                 QStringLiteral("argent"), QStringLiteral("plaqué or")};
-        std::uint32_t random = 1;
-        const auto next = [&random](int limit) {
-            random = random * 1664525 + 1013904223;
-            return static_cast<int>((random >> 8) % static_cast<std::uint32_t>(limit));
-        };
-        for (int i = 0; i < count; ++i) {
-            Labels << QStringLiteral("%1 %2 n° %3")
-                          .arg(kinds[next(5)], metals[next(4)])
-                          .arg(isNumbered ? 1'000'000 + int(i * 7919LL % count)
-                                          : next(std::max(count / 400, 1)));
-            Prices.push_back(next(5000));
-        }
-    }
-    int Count() const { return static_cast<int>(Labels.size()); }
-};
-
-TFieldDefs fields()
-{
-    return {{QStringLiteral("ID"), ftInteger, 0, false, false},
-            {QStringLiteral("LIBELLE"), ftString, 0, false, false},
-            {QStringLiteral("PRIX"), ftInteger, 0, false, false}};
-}
-
 /// The rows of a client dataset; sorts them by label, and by price the other way round.
 class TDataSetSort
 {
 public:
-    explicit TDataSetSort(const TArticles &articles)
+    explicit TDataSetSort(const TPricedArticles &articles)
     {
-        m_source.CreateDataSet(fields());
-        for (int i = 0; i < articles.Count(); ++i) {
-            m_source.Append();
-            m_source.Fields()[0].setAsInteger(i);
-            m_source.Fields()[1].setAsString(articles.Labels[i]);
-            m_source.Fields()[2].setAsInteger(articles.Prices[static_cast<std::size_t>(i)]);
-            m_source.Post();
-        }
+        articles.Fill(m_source);
         m_rows.AddIndex(QStringLiteral("UP"), QStringLiteral("LIBELLE;PRIX"),
                         ixCaseInsensitive | ixDescending, QStringLiteral("PRIX"));
         m_rows.AddIndex(QStringLiteral("DOWN"), QStringLiteral("LIBELLE;PRIX"),
@@ -108,20 +63,6 @@ private:
     bool m_clicked = false;
 };
 
-/// A proxy that compares two columns, as one writes it.
-class TArticleProxy : public QSortFilterProxyModel
-{
-protected:
-    bool lessThan(const QModelIndex &a, const QModelIndex &b) const override
-    {
-        const auto value = [](const QModelIndex &index, int column) {
-            return index.siblingAtColumn(column).data(Qt::EditRole);
-        };
-        const int order = value(a, 1).toString().compare(value(b, 1).toString(), Qt::CaseInsensitive);
-        return order != 0 ? order < 0 : value(b, 2).toLongLong() < value(a, 2).toLongLong();
-    }
-};
-
 /// The same rows, as a model behind a sorting proxy.
 class TProxySort
 {
@@ -145,7 +86,7 @@ public:
 
 private:
     TDataSetModel m_model;
-    TArticleProxy m_proxy;
+    TLabelAndPriceProxy m_proxy;
 };
 
 int compareFolded(void *, int sizeA, const void *a, int sizeB, const void *b)
@@ -158,7 +99,7 @@ int compareFolded(void *, int sizeA, const void *a, int sizeB, const void *b)
 class TSqliteSort
 {
 public:
-    explicit TSqliteSort(const TArticles &articles)
+    explicit TSqliteSort(const TPricedArticles &articles)
     {
         sqlite3_open(":memory:", &m_database);
         run("pragma encoding = 'UTF-16'");
@@ -204,26 +145,17 @@ private:
     sqlite3 *m_database = nullptr;
 };
 
-/// A sort of rows that were never sorted before.
-template<class Load, class Sort>
-struct TCold
-{
-    Load Prepare;
-    Sort Work;
-    void operator()() { Work(); }
-};
-
 void benchSorts(Series &series, int count, bool isNumbered, int rounds)
 {
-    const TArticles articles(count, isNumbered);
+    const TPricedArticles articles(count, isNumbered);
     TDataSetSort ours(articles);
     TProxySort proxy(ours.Source());
     TSqliteSort sqlite(articles);
     const std::string labels = isNumbered ? ", texts all different" : ", texts repeated";
     const auto size = static_cast<std::size_t>(count);
 
-    TCold cold{[&] { ours.Load(); }, [&] { ours.Sort(); }};
-    TCold proxyCold{[&] { proxy.Unsort(); }, [&] { proxy.Sort(Qt::AscendingOrder); }};
+    TColdSort cold{[&] { ours.Load(); }, [&] { ours.Sort(); }};
+    TColdSort proxyCold{[&] { proxy.Unsort(); }, [&] { proxy.Sort(Qt::AscendingOrder); }};
     const auto sqliteSort = [&] { sqlite.Sort(); };
     series.Print("sort" + labels, size, "QSortFilterProxyModel", 1.0 / 8, cold, proxyCold, rounds);
     series.Print("sort" + labels, size, "SQLite, order by", 1, cold, sqliteSort, rounds);

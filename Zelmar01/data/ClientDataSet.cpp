@@ -66,16 +66,12 @@ void TClientDataSet::DeleteIndex(const QString &name)
 
 void TClientDataSet::setIndexName(const QString &name)
 {
-    sortBy(name.isEmpty() ? TIndexDef() : m_indexDefs.Find(name));
-    m_indexName = name;
-    m_indexFieldNames.clear();
+    sortBy(name.isEmpty() ? TIndexDef() : m_indexDefs.Find(name), name, {});
 }
 
 void TClientDataSet::setIndexFieldNames(const QString &fields)
 {
-    sortBy({{}, fields, {}, {}});
-    m_indexFieldNames = fields;
-    m_indexName.clear();
+    sortBy({{}, fields, {}, {}}, {}, fields);
 }
 
 std::vector<TSortField> TClientDataSet::sortFieldsOf(const TIndexDef &def) const
@@ -91,13 +87,17 @@ std::vector<TSortField> TClientDataSet::sortFieldsOf(const TIndexDef &def) const
     return fields;
 }
 
-void TClientDataSet::sortBy(const TIndexDef &def)
+void TClientDataSet::sortBy(const TIndexDef &def, const QString &indexName, const QString &indexFieldNames)
 {
     leaveRecord();
     auto fields = sortFieldsOf(def);
-    if (fields.empty() && m_sortFields.empty())
+    const bool isSorted = !fields.empty() || !m_sortFields.empty();
+    auto sorted = isSorted ? m_rowOrder->Sorted(rows(), order(), fields) : TRowNumbers();
+    // Receivers of what follows may ask for the index.
+    m_indexName = indexName;
+    m_indexFieldNames = indexFieldNames;
+    if (!isSorted)
         return;
-    auto sorted = m_rowOrder->Sorted(rows(), order(), fields);
     const auto current = currentRow();
     m_sortFields = std::move(fields);
     order() = std::move(sorted);

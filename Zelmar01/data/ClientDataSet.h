@@ -57,7 +57,7 @@ protected:
 
 private:
     std::vector<TSortField> sortFieldsOf(const TIndexDef &def) const;
-    void sortBy(const TIndexDef &def);
+    void sortBy(const TIndexDef &def, const QString &indexName, const QString &indexFieldNames);
 
     TFieldDefs m_defs;
     std::unique_ptr<TRows> m_loaded;

@@ -13,6 +13,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <utility>
 
 namespace Zelmar01 {
 
@@ -62,10 +63,21 @@ TConnection &TQuery::RequireConnection() const
     return *m_connection;
 }
 
-TFieldDefs TQuery::readRows(std::unique_ptr<TRows> &rows)
+void TQuery::Reopen(const QString &commandText)
+{
+    if (Active())
+        leaveRecord();
+    auto answer = ask(commandText);
+    setCommandText(commandText);
+    m_answer = std::move(answer);
+    Open();
+}
+
+TQuery::TAnswer TQuery::ask(const QString &commandText)
 {
     auto &connection = RequireConnection();
-    TFieldDefs defs;
+    TAnswer answer;
+    auto &[defs, rows] = answer;
     const auto begin = [&](const QSqlQuery &query) {
         defs = FieldDefsOf(query.record(), connection.Database());
         rows = std::make_unique<TRows>(defs);
@@ -76,11 +88,18 @@ TFieldDefs TQuery::readRows(std::unique_ptr<TRows> &rows)
         rows->RowDone();
     };
     try {
-        connection.read(m_commandText, m_params, begin, take);
+        connection.read(commandText, m_params, begin, take);
     } catch (const EConvertError &error) {
         throw EDatabaseError("Ligne " + std::to_string(rows->Count() + 1) + " : " + error.what());
     }
-    return defs;
+    return answer;
+}
+
+TFieldDefs TQuery::readRows(std::unique_ptr<TRows> &rows)
+{
+    auto answer = m_answer ? *std::exchange(m_answer, std::nullopt) : ask(m_commandText);
+    rows = std::move(answer.Rows);
+    return std::move(answer.Defs);
 }
 
 const TQuery::TTarget &TQuery::target() const

@@ -35,6 +35,9 @@ public:
     QString CommandText() const { return m_commandText; }
     void setCommandText(const QString &text);
     void setParams(const QVariantList &params) { m_params = params; }
+    /// Closes the query and opens it with another text. A text that the database refuses raises and leaves
+    /// everything as it was: text, rows and cursor.
+    void Reopen(const QString &commandText);
 
     /// The table that changes go to, as an SQL text names it, and the fields that identify its rows
     /// (separated by ";"), when they are not to be found by themselves.
@@ -59,6 +62,13 @@ private:
         std::vector<int> Keys;
         std::vector<bool> InTable; // fields that are columns of the table
     };
+    /// What a command text gives.
+    struct TAnswer
+    {
+        TFieldDefs Defs;
+        std::unique_ptr<TRows> Rows;
+    };
+    TAnswer ask(const QString &commandText);
     const TTarget &target() const;
     TTarget findTarget() const;
     bool isOneRow(const TRecord &record) const;
@@ -69,6 +79,7 @@ private:
     QPointer<TConnection> m_connection;
     QString m_commandText, m_tableName, m_keyFields;
     QVariantList m_params;
+    std::optional<TAnswer> m_answer; // read already, for the next time it opens
     mutable std::optional<TTarget> m_target;
 };
 

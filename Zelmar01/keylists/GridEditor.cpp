@@ -5,6 +5,7 @@
 #include <Zelmar01/data/binding/FieldText.h>
 
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 
 namespace Zelmar01 {
 
@@ -30,6 +31,18 @@ bool isForGrid(const QKeyEvent &event)
     }
 }
 
+// An arrow that points out of the text, or finds it chosen as a whole.
+bool leadsOut(const QKeyEvent &event, const QLineEdit &editor)
+{
+    const bool isArrow = event.key() == Qt::Key_Left || event.key() == Qt::Key_Right;
+    if (!isArrow || event.modifiers() & ~Qt::KeypadModifier)
+        return false;
+    if (editor.hasSelectedText())
+        return editor.selectedText() == editor.text();
+    const bool isBack = (event.key() == Qt::Key_Left) != editor.isRightToLeft();
+    return editor.cursorPosition() == (isBack ? 0 : editor.text().size());
+}
+
 } // namespace
 
 TGridEditor::TGridEditor(QWidget *viewport)
@@ -37,6 +50,7 @@ TGridEditor::TGridEditor(QWidget *viewport)
 {
     hide();
     setFrame(false);
+    setTextMargins(2, 0, 2, 0); // with QLineEdit's own margin the text stands where the cell's does
     connect(m_link, &TFieldLink::OnDataChange, this, &TGridEditor::showField);
     connect(this, &QLineEdit::textEdited, this, [this] { ShowingExceptions([this] { m_link->Changed(); }); });
 }
@@ -62,8 +76,15 @@ void TGridEditor::Type(const QString &text)
     ShowingExceptions([this] { m_link->Changed(); });
 }
 
+void TGridEditor::TakeFocus()
+{
+    if (m_isOpen && !m_isClosing)
+        setFocus(Qt::OtherFocusReason);
+}
+
 void TGridEditor::Close()
 {
+    const QScopedValueRollback closing(m_isClosing, true);
     m_link->setFieldName({});
     if (hasFocus())
         parentWidget()->setFocus(Qt::OtherFocusReason); // else hide() gives it to any other widget
@@ -91,7 +112,7 @@ void TGridEditor::write()
 
 void TGridEditor::keyPressEvent(QKeyEvent *event)
 {
-    if (isForGrid(*event)) {
+    if (isForGrid(*event) || leadsOut(*event, *this)) {
         event->accept();
         emit OnKey(event);
         if (event->isAccepted())

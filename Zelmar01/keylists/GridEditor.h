@@ -32,6 +32,8 @@ public:
     void Commit() { m_link->UpdateRecord(); }
     /// Takes back what was typed since it was opened; false when nothing was.
     bool Restore() { return m_link->Restore(); }
+    /// Gives it the focus, if it is open.
+    void TakeFocus();
     /// Hides it; a changed value is lost.
     void Close();
 
@@ -49,7 +51,7 @@ private:
 
     TFieldLink *m_link;
     QString m_shown; // what the field's value looks like
-    bool m_isOpen = false;
+    bool m_isOpen = false, m_isClosing = false;
 };
 
 } // namespace Zelmar01

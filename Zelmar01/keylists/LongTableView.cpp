@@ -1,5 +1,7 @@
 #include <Zelmar01/keylists/LongTableView.h>
 
+#include <Zelmar01/data/binding/RowScroll.h>
+
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QPaintEvent>
@@ -84,14 +86,7 @@ void TLongTableView::scrollTo(const QModelIndex &index, ScrollHint hint)
     const auto place = visualRect(index);
     if (place.isNull())
         return;
-    const int room = viewport()->height() - place.height();
-    if (hint == EnsureVisible)
-        hint = place.top() < 0 ? PositionAtTop : place.top() > room ? PositionAtBottom : EnsureVisible;
-    const int top = hint == PositionAtTop      ? 0
-                    : hint == PositionAtBottom ? room
-                    : hint == PositionAtCenter ? room / 2
-                                               : place.top();
-    verticalScrollBar()->setValue(verticalOffset() + place.top() - std::max(top, 0));
+    verticalScrollBar()->setValue(verticalOffset() + ScrollOf(place, viewport()->height(), hint));
 
     auto *bar = horizontalScrollBar();
     const int before = isRightToLeft() ? place.right() - viewport()->width() + 1 : place.left();

@@ -8,7 +8,9 @@
 #include <Zelmar01/core/LeaveWatch.h>
 #include <Zelmar01/core/WidgetBoxes.h>
 
+#include <QAbstractButton>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QTimer>
 
@@ -73,6 +75,9 @@ TzmGrid::TzmGrid(QWidget *parent)
     auto *indicator = new TIndicatorHeader(
         [this](QPainter &painter, const QRect &part) { paintIndicator(painter, part); }, this);
     setVerticalHeader(indicator);
+    // The corner between the two is one of them.
+    if (auto *corner = findChild<QAbstractButton *>({}, Qt::FindDirectChildrenOnly))
+        corner->installEventFilter(this);
     setModel(m_model);
     setTitleFont(startTitleFont());
     setFocusPolicy(Qt::StrongFocus);
@@ -283,8 +288,16 @@ void TzmGrid::takeOptions()
     selectionModel()->clearSelection();
     updateGeometries();
     follow();
-    for (auto *part : {viewport(), horizontalHeader()->viewport(), verticalHeader()->viewport()})
-        part->update();
+    viewport()->update();
+    updateFixed();
+}
+
+void TzmGrid::updateFixed()
+{
+    horizontalHeader()->viewport()->update();
+    verticalHeader()->viewport()->update();
+    if (auto *corner = findChild<QAbstractButton *>({}, Qt::FindDirectChildrenOnly))
+        corner->update();
 }
 
 TColor TzmGrid::FixedColor() const
@@ -295,8 +308,7 @@ TColor TzmGrid::FixedColor() const
 void TzmGrid::setFixedColor(TColor color)
 {
     m_look->Ground = color;
-    horizontalHeader()->viewport()->update();
-    verticalHeader()->viewport()->update();
+    updateFixed();
 }
 
 void TzmGrid::resetFixedColor()
@@ -328,13 +340,22 @@ TColor TzmGrid::TitleFont_Color() const
 void TzmGrid::setTitleFont_Color(TColor color)
 {
     m_look->Text = color;
-    horizontalHeader()->viewport()->update();
-    verticalHeader()->viewport()->update();
+    updateFixed();
 }
 
 void TzmGrid::resetTitleFont_Color()
 {
     setTitleFont_Color(startTitleColor);
+}
+
+bool TzmGrid::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *corner = qobject_cast<QAbstractButton *>(watched);
+    if (!corner || event->type() != QEvent::Paint)
+        return TLongTableView::eventFilter(watched, event);
+    QPainter painter(corner);
+    m_look->Fill(painter, corner->rect(), palette(), false);
+    return true;
 }
 
 void TzmGrid::setDefaultDrawing(bool defaultDrawing)

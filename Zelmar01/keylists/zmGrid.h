@@ -54,7 +54,7 @@ class TzmGrid : public TLongTableView
 public:
     enum TDBGridOption {
         dgEditing = 0x0001,             ///< cells can be edited, and rows inserted
-        dgAlwaysShowEditor = 0x0002,    ///< the editor stands open wherever the user goes
+        dgAlwaysShowEditor = 0x0002,    ///< the editor stands open wherever the user goes, also with arrows
         dgTitles = 0x0004,              ///< there are titles
         dgIndicator = 0x0008,           ///< a column in front marks the current row and its state
         dgColumnResize = 0x0010,        ///< the user can change the widths of columns
@@ -195,8 +195,11 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void updateGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    int sizeHintForColumn(int column) const override;
     bool edit(const QModelIndex &, EditTrigger, QEvent *) override { return false; }
     using TLongTableView::edit;
 
@@ -226,12 +229,15 @@ private:
     void resetTitleFont();
     void resetTitleFont_Color();
     void takeOptions();
+    void updateFixed();
     void paintIndicator(QPainter &painter, const QRect &part);
     TGridDrawState drawStateOf(const QModelIndex &index) const;
+    void drawCell(QPainter &painter, const QRect &rect, int place, const TGridColumn &column,
+                  TGridDrawState state);
     bool hasFocusInside() const;
 
     // Sorting.
-    void sortQuery(TQuery &query, TGridColumn &column, int stateBefore);
+    void sortQuery(TQuery &query, TGridColumn &column);
     void dropIndex();
 
     // What the user does.

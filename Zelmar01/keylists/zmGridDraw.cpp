@@ -13,6 +13,8 @@
 #include <QPainterPath>
 #include <QStyleOptionButton>
 
+#include <algorithm>
+
 namespace Zelmar01 {
 
 namespace {
@@ -99,11 +101,33 @@ void TzmGrid::paintCell(QPainter &painter, const QRect &place, const QModelIndex
         painter.drawLine(place.topRight(), place.bottomRight());
         cell.setRight(cell.right() - 1);
     }
-    DrawColumnCell(&painter, cell, index.row(), m_columns[index.column()], drawStateOf(index));
+    auto &column = m_columns[index.column()];
+    const auto state = drawStateOf(index);
+    if (m_drawingFailed)
+        return drawCell(painter, cell, index.row(), column, state);
+    m_drawingFailed = true; // unless it comes back; a message for every cell would never end
+    painter.save();
+    ShowingExceptions([&] {
+        DrawColumnCell(&painter, cell, index.row(), column, state);
+        m_drawingFailed = false;
+    });
+    painter.restore();
 }
 
 void TzmGrid::DrawColumnCell(QPainter *canvas, const QRect &rect, int place, TGridColumn &column,
                              TGridDrawState state)
+{
+    drawCell(*canvas, rect, place, column, state);
+    static const auto event = QMetaMethod::fromSignal(&TzmGrid::OnDrawColumnCell);
+    if (!isSignalConnected(event))
+        return;
+    canvas->setClipRect(rect);
+    emit OnDrawColumnCell(canvas, rect, place, &column, state);
+}
+
+// What the grid itself draws.
+void TzmGrid::drawCell(QPainter &painter, const QRect &rect, int place, const TGridColumn &column,
+                       TGridDrawState state)
 {
     const auto group = !isEnabled()       ? QPalette::Disabled
                        : isActiveWindow() ? QPalette::Active
@@ -111,22 +135,11 @@ void TzmGrid::DrawColumnCell(QPainter *canvas, const QRect &rect, int place, TGr
     const auto ground = state & gdSelected                         ? QPalette::Highlight
                         : alternatingRowColors() && place % 2 != 0 ? QPalette::AlternateBase
                                                                    : QPalette::Base;
-    canvas->fillRect(rect, palette().brush(group, ground));
-    canvas->setPen(palette().color(group, state & gdSelected ? QPalette::HighlightedText : QPalette::Text));
-    canvas->setFont(font());
+    painter.fillRect(rect, palette().brush(group, ground));
+    painter.setPen(palette().color(group, state & gdSelected ? QPalette::HighlightedText : QPalette::Text));
+    painter.setFont(font());
     if (m_defaultDrawing)
-        DefaultDrawColumnCell(canvas, rect, place, column, state);
-    static const auto event = QMetaMethod::fromSignal(&TzmGrid::OnDrawColumnCell);
-    if (m_drawingFailed || !isSignalConnected(event))
-        return;
-    m_drawingFailed = true; // unless it comes back; a message for every cell would never end
-    ShowingExceptions([&] {
-        canvas->save();
-        canvas->setClipRect(rect);
-        emit OnDrawColumnCell(canvas, rect, place, &column, state);
-        m_drawingFailed = false;
-    });
-    canvas->restore();
+        DefaultDrawColumnCell(&painter, rect, place, column, state);
 }
 
 void TzmGrid::DefaultDrawColumnCell(QPainter *canvas, const QRect &rect, int place, const TGridColumn &column,
@@ -156,6 +169,17 @@ void TzmGrid::DefaultDrawColumnCell(QPainter *canvas, const QRect &rect, int pla
         canvas->drawRect(rect.adjusted(1, 1, -2, -2));
         canvas->setPen(solid);
     }
+}
+
+// A double click on the edge of a title: as wide as the texts in sight.
+int TzmGrid::sizeHintForColumn(int column) const
+{
+    const auto [first, last] = rowsIn(viewport()->rect());
+    int width = 0;
+    for (int row = first; row <= last; ++row)
+        width =
+            std::max(width, fontMetrics().horizontalAdvance(m_model->index(row, column).data().toString()));
+    return width + 2 * cellMargin + 1;
 }
 
 void TzmGrid::paintIndicator(QPainter &painter, const QRect &part)

@@ -10,7 +10,6 @@
 #include <Zelmar01/keylists/zmGrid.h>
 
 #include <QGuiApplication>
-#include <QScopeGuard>
 
 #include <vector>
 
@@ -92,51 +91,33 @@ void TzmGrid::TitleClick(TGridColumn &column)
     if (isOpen())
         DataSet()->MoveBy(0); // posts what is being edited
     m_editor->Close();
-    const int before = m_sortState;
-    m_sortState = NextSortState(before);
-    if (auto *rows = dynamic_cast<TClientDataSet *>(DataSet())) {
-        TriGrilleColonne(*rows, column.FieldName());
-    } else if (auto *query = dynamic_cast<TQuery *>(DataSet())) {
-        sortQuery(*query, column, before);
-    } else if (DataSet()) {
-        m_sortState = before;
+    if (auto *query = dynamic_cast<TQuery *>(DataSet()))
+        return sortQuery(*query, column);
+    auto *rows = dynamic_cast<TClientDataSet *>(DataSet());
+    if (DataSet() && !rows)
         throw EDatabaseError("L'ensemble de données « " + DataSet()->objectName().toStdString() +
                              " » ne peut pas être trié");
-    }
+    m_sortState = NextSortState(m_sortState);
+    if (rows)
+        TriGrilleColonne(*rows, column.FieldName());
 }
 
-void TzmGrid::sortQuery(TQuery &query, TGridColumn &column, int stateBefore)
+void TzmGrid::sortQuery(TQuery &query, TGridColumn &column)
 {
     const TWaitCursor wait;
-    const auto title = column.Title(), text = query.CommandText();
-    const bool wasOpen = query.Active();
-    const int place = wasOpen ? query.RecNo() : 0;
-    const TFieldSettings settings(query);
+    const int state = NextSortState(m_sortState);
+    const int place = column.Index();
+    const auto name = column.FieldName();
     const auto *field = column.Field();
-    const auto caption = SortedCaption(field ? field->DisplayLabel() : column.FieldName(), m_sortState);
-    const auto open = [&](const QString &sql) {
-        query.setCommandText(sql); // closes it
-        query.Open();
-        settings.GiveBack();
-    };
-    auto goBack = qScopeGuard([&] {
-        m_sortState = stateBefore;
-        column.setTitle(title);
-        try {
-            query.setCommandText(text);
-            if (wasOpen)
-                open(text);
-            if (place > 0 && place <= query.RecordCount())
-                query.setRecNo(place);
-        } catch (const std::exception &) {
-            return; // the caller gets the first error
-        }
-    });
-    column.setTitle(caption);
-    open(SortedQuery(m_baseSql, m_sortKeys.OnServer(column.FieldName()), m_sortState));
+    const auto caption = SortedCaption(field ? field->DisplayLabel() : name, state);
+    const TFieldSettings settings(query);
+    query.Reopen(SortedQuery(m_baseSql, m_sortKeys.OnServer(name), state));
+    settings.GiveBack();
     query.First();
-    goBack.dismiss();
-    layOutColumns();
+    m_sortState = state;
+    // A text with other fields than before has brought other columns.
+    if (place < m_columns.Count() && m_columns[place].FieldName() == name)
+        m_columns[place].setTitle(caption);
 }
 
 void TzmGrid::TriGrilleColonne(TClientDataSet &dataSet, const QString &fieldName)
@@ -149,7 +130,7 @@ void TzmGrid::TriGrilleColonne(TClientDataSet &dataSet, const QString &fieldName
     const auto order = OrderAfterClick(m_indexOrder, field);
     dataSet.setIndexFieldNames({});
     dataSet.setIndexName({});
-    if (isFirst)
+    if (isFirst && dataSet.IndexDefs().IndexOf(indexName) < 0) // another grid may have left one
         dataSet.AddIndex(indexName, {}, ixCaseInsensitive);
     attempt(QStringLiteral("TfmPanelVide TriGrilleColonne 01"), [&] {
         if (dataSet.IndexDefs().Count() > 0)

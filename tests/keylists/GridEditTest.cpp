@@ -286,6 +286,33 @@ TEST_P(GridEdit, copiesTheCellOrTheChosenRows)
     EXPECT_EQ(copied(), "4\tCollier\t\t02/01/2024\n");
 }
 
+TEST_P(GridEdit, theEditorClosesWithTheGrid)
+{
+    clickCell(0, 1);
+    // "ê" as the dead keys of a French keyboard give it.
+    QInputMethodEvent composed;
+    composed.setCommitString(text("ê"));
+    QCoreApplication::sendEvent(&m_grid, &composed);
+    ASSERT_TRUE(editor());
+    EXPECT_EQ(editor()->text(), text("ê"));
+    m_other.setFocus();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(editor());
+    EXPECT_TRUE(m_other.hasFocus());
+    EXPECT_EQ(value("NOM"), "ê");
+    EXPECT_EQ(rows().State(), dsEdit);
+    rows().Cancel();
+    m_grid.setDataSource(nullptr);
+    m_grid.setFocus();
+    m_grid.setOptions(m_grid.Options() | dgMultiSelect);
+    for (const auto &[pressed, modifiers] : {std::pair(Qt::Key_Space, Qt::ControlModifier),
+                                             {Qt::Key_Delete, Qt::ControlModifier},
+                                             {Qt::Key_Tab, Qt::NoModifier},
+                                             {Qt::Key_F2, Qt::NoModifier},
+                                             {Qt::Key_A, Qt::ControlModifier}})
+        key(pressed, modifiers); // on nothing
+}
+
 // A row that moves to another place when it is posted does not lead a click astray.
 TEST_F(GridFixture, aClickMeansTheRowThatIsClicked)
 {

@@ -116,6 +116,44 @@ TEST_F(GridSort, aTextThatTheDatabaseRefusesChangesNothing)
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
+TEST_F(GridSort, theTextsMayHaveOtherFieldsThanTheQueryHad)
+{
+    show(m_query);
+    m_grid.InitGrid({}, {}, text("select ID, PRIX, NOM from ARTICLE"), true);
+    clickTitle("NOM");
+    EXPECT_EQ(shown(), "3 4 1 2");
+    EXPECT_EQ(title("NOM"), text("NOM"));
+    clickTitle("NOM");
+    EXPECT_EQ(shown(), "2 1 4 3");
+    EXPECT_EQ(title("NOM"), text("NOM <"));
+    EXPECT_TRUE(m_told.Take().isEmpty());
+}
+
+TEST_F(GridSort, aSlowDatabaseShowsAWaitCursorAndEndsInTime)
+{
+    show(m_query);
+    m_grid.InitGrid({}, {}, m_sql, true);
+    Qt::CursorShape cursor{};
+    QObject::connect(&m_connection, &TConnection::OnCommand, &m_grid, [&] {
+        if (const auto *shown = QGuiApplication::overrideCursor())
+            cursor = shown->shape();
+    });
+    m_query.setRecNo(3);
+    m_connection.setCommandTimeout(1);
+    TConnection other;
+    other.setDatabaseName(m_connection.DatabaseName());
+    other.Execute(text("begin exclusive"));
+    clickTitle("PRIX");
+    EXPECT_EQ(cursor, Qt::WaitCursor);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(m_told.Take().size(), 1);
+    EXPECT_EQ(shown(), "1 2 3 4") << "the rows went with the lock";
+    EXPECT_EQ(m_query.RecNo(), 3);
+    other.Execute(text("rollback"));
+    clickTitle("PRIX");
+    EXPECT_EQ(shown(), "4 2 3 1");
+}
+
 TEST_F(GridSort, aClientDataSetGetsAnIndexOfTwoFields)
 {
     show(m_memory);
@@ -169,8 +207,8 @@ TEST_F(GridSort, anIndexThatCannotBeIsToldAndTheSortGoesOn)
 TEST_F(GridSort, theIndexGoesWithTheGrid)
 {
     show(m_query);
-    m_memory.LoadFrom(m_query);
-    for (const bool active : {true, false}) {
+    for (const bool active : {true, false, true}) { // the second grid leaves its index to the third one
+        m_memory.LoadFrom(m_query);
         TDataSource source;
         source.setDataSet(&m_memory);
         {

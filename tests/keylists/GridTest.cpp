@@ -148,11 +148,19 @@ TEST_F(Grid, allOptionsAct)
 
     set(dgAlwaysShowEditor, true);
     m_grid.setFocus();
-    key(Qt::Key_Right); // chosen as a whole, so the arrow belongs to the editor
     ASSERT_TRUE(editor());
+    EXPECT_TRUE(editor()->hasFocus());
+    key(Qt::Key_Right); // from a text that is chosen as a whole
     key(Qt::Key_Down);
+    EXPECT_EQ(place(), "1,1");
     ASSERT_TRUE(editor());
-    EXPECT_EQ(editor()->text(), text("2"));
+    EXPECT_EQ(editor()->text(), text("Étui"));
+    key(Qt::Key_Home); // within the text, and so the next arrow
+    key(Qt::Key_Right);
+    EXPECT_EQ(place(), "1,1");
+    key(Qt::Key_Left);
+    key(Qt::Key_Left);
+    EXPECT_EQ(place(), "1,0");
     set(dgAlwaysShowEditor, false);
     EXPECT_FALSE(editor());
 
@@ -200,6 +208,10 @@ TEST_F(Grid, columnsComeFromLines)
     QTest::mouseMove(titles->viewport(), edge + QPoint(30, 0));
     QTest::mouseRelease(titles->viewport(), Qt::LeftButton, {}, edge + QPoint(30, 0));
     EXPECT_EQ(m_grid.Columns()[0].Width(), 150);
+    QTest::mouseDClick(titles->viewport(), Qt::LeftButton, {}, edge + QPoint(30, 0));
+    const int needed = QFontMetrics(titles->font()).horizontalAdvance(text("Désignation ; du bijou"));
+    EXPECT_GT(m_grid.Columns()[0].Width(), needed);
+    EXPECT_LT(m_grid.Columns()[0].Width(), needed + 20) << "not as wide as its title and texts";
     EXPECT_TRUE(m_told.Take().isEmpty());
 
     m_grid.setColumns({text("PRIX;large;ReadOnly Caché"), text("NOM")});

@@ -82,7 +82,7 @@ TEST(Pictures, gridCanBeReadInEveryPalette)
 {
     QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
     TClientDataSet rows;
-    rows.CreateDataSet({{QStringLiteral("NOM"), ftString, 24, false, false},
+    rows.CreateDataSet({{QStringLiteral("NOM"), ftString, 80, false, false},
                         {QStringLiteral("PRIX"), ftBCD, 2, false, false},
                         {QStringLiteral("ENTREE"), ftDate, 0, false, false},
                         {QStringLiteral("SOLDE"), ftBoolean, 0, false, false}});
@@ -100,7 +100,8 @@ TEST(Pictures, gridCanBeReadInEveryPalette)
         Form form;
         auto &grid = form.Add<TzmGrid>();
         grid.setDataSource(&source);
-        grid.Columns()[0].setTitle(QStringLiteral("Désignation >"));
+        grid.setColumns({QStringLiteral("NOM;240;;Désignation >"), QStringLiteral("PRIX;90"),
+                         QStringLiteral("ENTREE;90"), QStringLiteral("SOLDE;60")});
         form.resize(520, 190);
         form.Show();
         grid.setFocus();

@@ -2,6 +2,7 @@
 
 #include <Zelmar01/core/ExceptionDisplay.h>
 
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 namespace Zelmar01 {
@@ -81,8 +82,8 @@ void TListLink::Refresh()
         return;
     m_outdated.stop();
     emit OnListAboutToChange();
+    const auto changed = qScopeGuard([this] { emit OnListChange(); });
     fill();
-    emit OnListChange();
 }
 
 void TListLink::fill()

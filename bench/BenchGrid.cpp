@@ -1,0 +1,148 @@
+#include "Bench.h"
+#include "PricedArticles.h"
+
+#include <Zelmar01/data/DataSetModel.h>
+#include <Zelmar01/keylists/zmGrid.h>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QTableView>
+
+#include <cstdlib>
+#include <memory>
+
+using namespace Zelmar01;
+
+namespace {
+
+constexpr QSize tableSize(700, 500);
+
+void showPainted(QWidget &table)
+{
+    table.resize(tableSize);
+    table.show();
+    table.grab();
+}
+
+/// A grid over a client dataset, sorted by its titles: by LIBELLE, and by every other title as by PRIX.
+class TSortedGrid
+{
+public:
+    explicit TSortedGrid(TClientDataSet &rows)
+    {
+        m_source.setDataSet(&rows);
+        Grid.setDataSource(&m_source);
+        Grid.InitGrid(QStringLiteral("PRIX"), QStringLiteral("LIBELLE"), {}, true);
+    }
+    void Click(const char *field)
+    {
+        Grid.TitleClick(Grid.ColumnByFieldName(QString::fromLatin1(field)));
+        Grid.grab();
+    }
+
+private:
+    TDataSource m_source;
+
+public:
+    TzmGrid Grid;
+};
+
+/// A stock table view over the same rows behind a sorting proxy.
+class TStockTable
+{
+public:
+    explicit TStockTable(TClientDataSet &rows)
+    {
+        m_model.setDataSet(&rows);
+        m_proxy.setSourceModel(&m_model);
+        View.setModel(&m_proxy);
+    }
+    void Sort(Qt::SortOrder order)
+    {
+        m_proxy.sort(1, order);
+        View.grab();
+    }
+    void Unsort() { m_proxy.sort(-1); }
+
+private:
+    TDataSetModel m_model;
+    TLabelAndPriceProxy m_proxy;
+
+public:
+    QTableView View;
+};
+
+void benchFirstPaint(Series &series, TClientDataSet &rows, std::size_t size, int rounds)
+{
+    series.Print(
+        "grid, make and first paint", size, "QTableView", 0,
+        [&] {
+            auto grid = std::make_unique<TSortedGrid>(rows);
+            showPainted(grid->Grid);
+            return grid;
+        },
+        [&] {
+            auto table = std::make_unique<TStockTable>(rows);
+            showPainted(table->View);
+            return table;
+        },
+        rounds);
+}
+
+void benchTitles(Series &series, TClientDataSet &source, std::size_t size, int rounds)
+{
+    const double atSize = size >= 100'000 ? 1 : 0;
+    TClientDataSet rows;
+    auto grid = std::make_unique<TSortedGrid>(rows);
+    const auto reload = [&] {
+        if (rows.IndexDefs().Count() > 0)
+            rows.DeleteIndex(QStringLiteral("IDTEMP"));
+        rows.LoadFrom(source);
+        grid = std::make_unique<TSortedGrid>(rows);
+        showPainted(grid->Grid);
+    };
+    reload();
+    TStockTable stock(source);
+    showPainted(stock.View);
+    TColdSort cold{reload, [&] { grid->Click("LIBELLE"); }};
+    TColdSort stockCold{[&] { stock.Unsort(); }, [&] { stock.Sort(Qt::AscendingOrder); }};
+    TColdSort coldTwo{reload, [&] {
+                          grid->Click("LIBELLE");
+                          grid->Click("PRIX");
+                          grid->Click("PRIX"); // the other way round
+                      }};
+    series.Print("title, first click, repaint", size, "QTableView, sorting proxy", atSize / 8, cold,
+                 stockCold, rounds);
+    series.Print("titles of two fields, three clicks", size, "QTableView, sorting proxy", atSize / 8, coldTwo,
+                 stockCold, rounds);
+    auto order = Qt::AscendingOrder;
+    series.Print(
+        "title, next click, repaint", size, "QTableView, sorting proxy", atSize / 8,
+        [&] { grid->Click("PRIX"); },
+        [&] {
+            order = order == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+            stock.Sort(order);
+        },
+        rounds);
+    series.Print(
+        "grid, repaint alone", size, "QTableView", 0, [&] { grid->Grid.grab(); }, [&] { stock.View.grab(); },
+        rounds);
+}
+
+} // namespace
+
+// bench_grid [ROUNDS]
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    Comparison::PrintHeader();
+    Series series;
+    for (const int size : {10'000, 100'000, 1'000'000}) {
+        TClientDataSet rows;
+        TPricedArticles(size, true).Fill(rows);
+        const int rounds = argc > 1 ? std::atoi(argv[1]) : size < 1'000'000 ? 7 : 3;
+        benchFirstPaint(series, rows, static_cast<std::size_t>(size), rounds);
+        benchTitles(series, rows, static_cast<std::size_t>(size), rounds);
+    }
+}
