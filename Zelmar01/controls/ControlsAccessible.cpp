@@ -2,6 +2,7 @@
 
 #include <Zelmar01/controls/LabelURL.h>
 #include <Zelmar01/controls/zmGauges.h>
+#include <Zelmar01/controls/zmImage.h>
 #include <Zelmar01/core/ExceptionDisplay.h>
 
 #include <QAccessibleWidget>
@@ -97,10 +98,42 @@ private:
     TCustomLabel *label() const { return static_cast<TCustomLabel *>(widget()); }
 };
 
+class TImageInterface : public QAccessibleWidget, public QAccessibleImageInterface
+{
+public:
+    explicit TImageInterface(TzmImage *image) : QAccessibleWidget(image, QAccessible::Graphic) {}
+
+    QString text(QAccessible::Text kind) const override
+    {
+        const auto text = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name && text.isEmpty() ? QStringLiteral("Image") : text;
+    }
+    QAccessible::State state() const override
+    {
+        auto state = QAccessibleWidget::state();
+        state.readOnly = image()->ReadOnly();
+        return state;
+    }
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::ImageInterface ? static_cast<QAccessibleImageInterface *>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
+    }
+
+    QString imageDescription() const override { return image()->accessibleDescription(); }
+    QSize imageSize() const override { return image()->contentsRect().size(); }
+    QPoint imagePosition() const override { return image()->mapToGlobal(image()->contentsRect().topLeft()); }
+
+private:
+    TzmImage *image() const { return static_cast<TzmImage *>(widget()); }
+};
+
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
 {
     if (auto *gauge = qobject_cast<TzmGauge *>(object))
         return new TGaugeInterface(gauge);
+    if (auto *image = qobject_cast<TzmImage *>(object))
+        return new TImageInterface(image);
     auto *label = qobject_cast<TCustomLabel *>(object);
     return label ? new TLabelInterface(label) : nullptr;
 }

@@ -61,6 +61,11 @@ protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
+    // What RESET gives back: the presets of a descendant.
+    virtual void resetAlign() { setAlign(TPlacement::alNone); }
+    virtual void resetAnchors() { setAnchors(TPlacement::akLeft | TPlacement::akTop); }
+    virtual void resetFont_Color() { setFont_Color(clBtnText); }
+
     /// The ground that the text is painted on, and a colour of the text as it is to be painted there.
     QColor ground() const;
     QColor readable(TColor color) const;
@@ -79,10 +84,7 @@ private:
 
     QColor shownColor() const { return m_color.Resolved(palette()); }
     QColor shownFontColor() const { return m_fontColor.Resolved(palette()); }
-    void resetAlign() { setAlign(TPlacement::alNone); }
-    void resetAnchors() { setAnchors(TPlacement::akLeft | TPlacement::akTop); }
     void resetColor();
-    void resetFont_Color() { setFont_Color(clBtnText); }
 
     TPlacement *m_placement;
     TColor m_color = clBtnFace, m_fontColor = clBtnText;

@@ -4,12 +4,19 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMouseEvent>
+#include <QStyle>
+#include <QStyleOptionComboBox>
+#include <QWheelEvent>
+
+#include <algorithm>
 
 namespace Zelmar01 {
 
 TDateTimePickerPlus::TDateTimePickerPlus(QWidget *parent)
     : QDateTimeEdit(QDate::currentDate().startOfDay(), parent)
 {
+    setFocusPolicy(Qt::StrongFocus); // not by the wheel
     setCalendarPopup(true);
     setDisplayFormat(DatePattern(locale()));
     lineEdit()->setReadOnly(true); // against the menu, dropped texts and input methods
@@ -24,15 +31,19 @@ void TDateTimePickerPlus::changeEvent(QEvent *event)
 
 void TDateTimePickerPlus::keyPressEvent(QKeyEvent *event)
 {
+    if (event->key() == Qt::Key_F4 ||
+        (event->key() == Qt::Key_Down && event->modifiers().testFlag(Qt::AltModifier)))
+        return dropDown();
     switch (event->key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:
-    case Qt::Key_Left:
-    case Qt::Key_Right:
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
-    case Qt::Key_F4:
         return QDateTimeEdit::keyPressEvent(event);
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        return goTo(
+            event->key() == (layoutDirection() == Qt::LeftToRight ? Qt::Key_Right : Qt::Key_Left) ? 1 : -1);
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Escape:
@@ -44,9 +55,42 @@ void TDateTimePickerPlus::keyPressEvent(QKeyEvent *event)
     }
 }
 
-void TDateTimePickerPlus::inputMethodEvent(QInputMethodEvent *event)
+// A wheel that scrolls the form must not change the date.
+void TDateTimePickerPlus::wheelEvent(QWheelEvent *event)
 {
-    event->accept();
+    if (hasFocus())
+        QDateTimeEdit::wheelEvent(event);
+    else
+        event->ignore();
+}
+
+// Another part of the date; the stock control goes through its digits.
+void TDateTimePickerPlus::goTo(int neighbour)
+{
+    setCurrentSectionIndex(std::clamp(currentSectionIndex() + neighbour, 0, sectionCount() - 1));
+    setSelectedSection(currentSection());
+}
+
+// The stock control opens its calendar by the mouse only.
+void TDateTimePickerPlus::dropDown()
+{
+    QStyleOptionComboBox option;
+    option.initFrom(this);
+    option.editable = true;
+    option.subControls = QStyle::SC_All;
+    const auto arrow =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, this).center();
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent click(type, arrow, mapToGlobal(arrow), Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+        QDateTimeEdit::event(&click);
+    }
+}
+
+// A composed text goes by this way, past the keys.
+bool TDateTimePickerPlus::event(QEvent *event)
+{
+    return event->type() == QEvent::InputMethod || QDateTimeEdit::event(event);
 }
 
 } // namespace Zelmar01

@@ -1,8 +1,8 @@
 #include <Zelmar01/controls/DropDown.h>
 
 #include <QAbstractItemView>
+#include <QBoxLayout>
 #include <QEvent>
-#include <QLayout>
 #include <QScreen>
 #include <QScrollBar>
 
@@ -17,14 +17,15 @@ constexpr std::size_t measured = 20; // the texts with the most characters; the 
 
 } // namespace
 
-void TDropDown::Opened(int extraHeight)
+void TDropDown::Opened()
 {
     auto *list = box().view()->window();
     if (!m_grip) {
         m_grip = new QSizeGrip(list);
         m_grip->installEventFilter(this);
-        list->layout()->addWidget(m_grip);
-        list->layout()->setAlignment(m_grip, Qt::AlignRight | Qt::AlignBottom);
+        auto *column = qobject_cast<QBoxLayout *>(list->layout());
+        column->addWidget(m_grip, 0, Qt::AlignRight | Qt::AlignBottom);
+        column->setStretchFactor(box().view(), 1); // or the grip would take half of the room
     }
     m_grip->setVisible(Sizeable);
 
@@ -35,7 +36,7 @@ void TDropDown::Opened(int extraHeight)
     if (Sizeable && m_chosen.isValid()) {
         place.setSize(m_chosen);
     } else {
-        place.setHeight(place.height() + extraHeight + (Sizeable ? m_grip->sizeHint().height() : 0));
+        place.setHeight(place.height() + (Sizeable ? m_grip->sizeHint().height() : 0));
         if (AutoSize)
             place.setWidth(std::max(place.width(), widthOfTexts()));
     }

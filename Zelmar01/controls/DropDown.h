@@ -16,8 +16,8 @@ public:
 
     bool AutoSize = false, Sizeable = true;
 
-    /// To be called when the box has opened its list. `extraHeight` is what the list shows besides its rows.
-    void Opened(int extraHeight = 0);
+    /// To be called when the box has opened its list.
+    void Opened();
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

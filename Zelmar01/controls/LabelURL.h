@@ -76,8 +76,7 @@ public:
     void setShowCommand(TShowCommand command) { m_showCommand = command; }
 
     /// What a click opens: the URL, behind the prefix of its type unless the prefix occurs anywhere in it, in
-    /// letters of any case. Empty for a type that there is not, of
-    /// which nothing is opened.
+    /// letters of any case. Empty for a type that there is not, of which nothing is opened.
     QString Address() const;
     /// The show-window value of a show command; 10, the program's own choice, for one that there is not.
     static int ShowCommandtoInt(TShowCommand command);
@@ -101,6 +100,7 @@ protected:
     /// Belongs to a message that no label is ever sent: nothing calls it.
     virtual void CMMouseClick();
 
+    void resetFont_Color() override { setFont_Color(m_defautColor); }
     bool event(QEvent *event) override;
     void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;

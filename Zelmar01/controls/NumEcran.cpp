@@ -1,19 +1,18 @@
 #include <Zelmar01/controls/NumEcran.h>
 
-#include <Zelmar01/controls/ControlColors.h>
-
 namespace Zelmar01 {
 
 Tzm_NumEcran::Tzm_NumEcran(QWidget *parent) : TCustomLabel(parent)
 {
-    setAlign(TPlacement::alRight);
+    Tzm_NumEcran::resetAlign();
     setAlignment(Qt::AlignRight | Qt::AlignBottom);
-    setAnchors(TPlacement::akRight | TPlacement::akBottom);
+    Tzm_NumEcran::resetAnchors();
     setText(QStringLiteral("********"));
-    setFont_Color(clNavy);
+    Tzm_NumEcran::resetFont_Color();
     QFont font(QStringLiteral("Arial"));
     font.setPixelSize(11);
     setFont(font);
+    setParentFont(false);
     resize(69, 20);
 }
 

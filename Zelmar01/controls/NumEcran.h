@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Zelmar01/controls/ControlColors.h>
 #include <Zelmar01/controls/CustomLabel.h>
 
 namespace Zelmar01 {
@@ -11,6 +12,11 @@ class Tzm_NumEcran : public TCustomLabel
     Q_OBJECT
 public:
     explicit Tzm_NumEcran(QWidget *parent = nullptr);
+
+protected:
+    void resetAlign() override { setAlign(TPlacement::alRight); }
+    void resetAnchors() override { setAnchors(TPlacement::akRight | TPlacement::akBottom); }
+    void resetFont_Color() override { setFont_Color(clNavy); }
 };
 
 } // namespace Zelmar01

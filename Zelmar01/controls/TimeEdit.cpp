@@ -1,9 +1,12 @@
 #include <Zelmar01/controls/TimeEdit.h>
 
+#include <QWheelEvent>
+
 namespace Zelmar01 {
 
 tzmTimeEdit::tzmTimeEdit(QWidget *parent) : QTimeEdit(parent)
 {
+    setFocusPolicy(Qt::StrongFocus); // not by the wheel
     resetCircular();
     resetTimeFormat();
 }
@@ -14,6 +17,15 @@ void tzmTimeEdit::setTimeFormat(TTimeFormat format)
     setDisplayFormat(format == tfHourMinSec ? QStringLiteral("HH:mm:ss")
                      : format == tfHour     ? QStringLiteral("HH")
                                             : QStringLiteral("HH:mm"));
+}
+
+// A wheel that scrolls the form must not change the time.
+void tzmTimeEdit::wheelEvent(QWheelEvent *event)
+{
+    if (hasFocus())
+        QTimeEdit::wheelEvent(event);
+    else
+        event->ignore();
 }
 
 } // namespace Zelmar01

@@ -24,6 +24,9 @@ public:
     TTimeFormat TimeFormat() const { return m_format; }
     void setTimeFormat(TTimeFormat format);
 
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+
 private:
     void resetCircular() { setCircular(true); }
     void resetTimeFormat() { setTimeFormat(tfHourMin); }

@@ -163,10 +163,11 @@ void TValueEdit::contextMenuEvent(QContextMenuEvent *event)
 {
     auto *menu = createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    if (auto *action = menu->findChild<QAction *>(QStringLiteral("edit-paste"))) {
-        action->disconnect(this);
-        connect(action, &QAction::triggered, this, &TValueEdit::paste);
-    }
+    for (auto *action : menu->actions())
+        if (action->text().section(QLatin1Char('\t'), 0, 0) == QLineEdit::tr("&Paste")) {
+            action->disconnect(this);
+            connect(action, &QAction::triggered, this, &TValueEdit::paste);
+        }
     menu->popup(event->globalPos());
 }
 

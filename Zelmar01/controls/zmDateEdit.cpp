@@ -43,7 +43,8 @@ public:
         for (const QChar c : input) {
             if (isDigit(c)) {
                 number += c;
-            } else if (number.isEmpty() || !(m_pattern.contains(c) || QStringView(u"/.- ").contains(c))) {
+            } else if (number.isEmpty() || c.isLetter() ||
+                       !(m_pattern.contains(c) || QStringView(u"/.- ").contains(c))) {
                 return Invalid;
             } else {
                 number.clear();
@@ -207,7 +208,7 @@ bool tzmDateEdit::takePasted(const QString &pasted)
 
 void tzmDateEdit::DropDown()
 {
-    if (isReadOnly() || m_popup)
+    if (isReadOnly() || (m_popup && m_popup->isVisible()))
         return;
     QVariant shown;
     try {

@@ -51,6 +51,7 @@ TzmGauge::TzmGauge(QWidget *parent) : QWidget(parent), m_placement(new TPlacemen
     InstallControlsAccessibility();
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFont(QFont(QStringLiteral("Arial"), 14));
+    setParentFont(false);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     resize(usualSize);
 }

@@ -1,5 +1,7 @@
 #include <Zelmar01/controls/zmImage.h>
 
+#include "ControlsAccessible.h"
+
 #include <Zelmar01/core/Exceptions.h>
 #include <Zelmar01/core/WidgetBoxes.h>
 
@@ -57,6 +59,8 @@ QByteArray bytesOf(const QImage &picture, const QString &graphicClassName)
 TzmImage::TzmImage(QWidget *parent) : QFrame(parent)
 {
     UseMessageBoxes();
+    InstallControlsAccessibility();
+    take({});
     setFocusPolicy(Qt::StrongFocus);
     setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     resetGraphicClassName();
@@ -212,7 +216,7 @@ void TzmImage::focusOutEvent(QFocusEvent *event)
     update();
 }
 
-void TzmImage::paintEvent(QPaintEvent *event)
+void TzmImage::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const auto place = contentsRect();
@@ -235,7 +239,12 @@ void TzmImage::paintEvent(QPaintEvent *event)
         option.backgroundColor = palette().color(QPalette::Base);
         style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
     }
-    QFrame::paintEvent(event);
+    drawFrame(&painter);
+    // The control's own border tells of the focus, as that of the fields beside it does.
+    if (hasFocus() && frameWidth() > 0) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(frameRect().adjusted(0, 0, -1, -1));
+    }
 }
 
 QSize TzmImage::sizeHint() const

@@ -40,7 +40,7 @@ public:
     void setGraphicClassName(const QString &name) { m_graphicClassName = name; }
     bool ReadOnly() const { return m_readOnly; }
     void setReadOnly(bool readOnly) { m_readOnly = readOnly; }
-    /// Whether a frame shows that the control has the focus.
+    /// Whether a second frame, over the picture, shows the focus; the border of the control always does.
     bool ShowFocusRect() const { return m_showFocusRect; }
     void setShowFocusRect(bool show);
     /// Whether the picture fills the control; else it stands in its middle in its own size.

@@ -9,6 +9,8 @@ namespace {
 // Contrasts of the edge.
 constexpr double apartFromText = 4, apartFromGround = 1.6;
 
+constexpr int shadowReach = 3; // of the label's own shadow
+
 } // namespace
 
 TzmLabel::TzmLabel(QWidget *parent) : TCustomLabel(parent)
@@ -20,7 +22,8 @@ TzmLabel::TzmLabel(QWidget *parent) : TCustomLabel(parent)
     font.setBold(true);
     font.setItalic(true);
     setFont(font);
-    setFont_Color(clNavy);
+    setParentFont(false);
+    TzmLabel::resetFont_Color();
 }
 
 void TzmLabel::setDepth(int depth)
@@ -43,6 +46,33 @@ void TzmLabel::setShadowedColor(TColor color)
     update();
 }
 
+void TzmLabel::setBorderStyle(TBorderStyle style)
+{
+    m_borderStyle = style;
+    makeRoom();
+}
+
+void TzmLabel::setEdges(TEdges edges)
+{
+    m_edges = edges;
+    makeRoom();
+}
+
+void TzmLabel::setShadow(bool shadow)
+{
+    m_shadow = shadow;
+    makeRoom();
+}
+
+// The caption keeps away from lines and shadow.
+void TzmLabel::makeRoom()
+{
+    const auto line = [this](TEdge side) { return m_edges.testFlag(side) ? lineWidth() : 0; };
+    const int shadow = m_shadow ? shadowReach : 0;
+    setContentsMargins(line(bLeft), line(bTop), line(bRight) + shadow, line(bBottom) + shadow);
+    update();
+}
+
 QSize TzmLabel::edge() const
 {
     return m_effect == leNone ? QSize(0, 0) : QSize(m_depth, m_depth);
@@ -56,6 +86,28 @@ QSize TzmLabel::sizeHint() const
 QSize TzmLabel::minimumSizeHint() const
 {
     return TCustomLabel::minimumSizeHint() + edge();
+}
+
+void TzmLabel::paintEvent(QPaintEvent *event)
+{
+    TCustomLabel::paintEvent(event);
+    QPainter painter(this);
+    auto place = rect();
+    if (m_shadow) {
+        place.adjust(0, 0, -shadowReach, -shadowReach);
+        const auto tone = WithContrast(ground(), ground(), apartFromGround);
+        painter.fillRect(place.right() + 1, shadowReach, shadowReach, place.height(), tone);
+        painter.fillRect(shadowReach, place.bottom() + 1, place.width(), shadowReach, tone);
+    }
+    const int line = lineWidth();
+    const auto draw = [&](TEdge side, const QRect &where) {
+        if (m_edges.testFlag(side))
+            painter.fillRect(where, readable(clBtnShadow));
+    };
+    draw(bLeft, {place.left(), place.top(), line, place.height()});
+    draw(bTop, {place.left(), place.top(), place.width(), line});
+    draw(bRight, {place.right() - line + 1, place.top(), line, place.height()});
+    draw(bBottom, {place.left(), place.bottom() - line + 1, place.width(), line});
 }
 
 void TzmLabel::paintText(QPainter &painter) const

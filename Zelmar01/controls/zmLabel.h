@@ -12,10 +12,20 @@ class TzmLabel : public TCustomLabel
     Q_PROPERTY(int Depth READ Depth WRITE setDepth RESET resetDepth)
     Q_PROPERTY(TLabelEffect LabelEffect READ LabelEffect WRITE setLabelEffect RESET resetLabelEffect)
     Q_PROPERTY(QColor ShadowedColor READ shownShadowedColor WRITE setShadowedColor RESET resetShadowedColor)
+    Q_PROPERTY(TBorderStyle BorderStyle READ BorderStyle WRITE setBorderStyle RESET resetBorderStyle)
+    Q_PROPERTY(TEdges Edges READ Edges WRITE setEdges RESET resetEdges)
+    Q_PROPERTY(bool Shadow READ Shadow WRITE setShadow RESET resetShadow)
 public:
     /// No second text at all, one below and to the right, a staircase towards the light, or one away from it.
     enum TLabelEffect { leNone, leShadow, leRaised, leEngraved };
     Q_ENUM(TLabelEffect)
+    /// The lines around the label: none, of one pixel, or of two.
+    enum TBorderStyle { lbNone, lbSingle, lbThick };
+    Q_ENUM(TBorderStyle)
+    /// The sides that have such a line.
+    enum TEdge { bLeft = 1, bTop = 2, bRight = 4, bBottom = 8 };
+    Q_DECLARE_FLAGS(TEdges, TEdge)
+    Q_FLAG(TEdges)
 
     explicit TzmLabel(QWidget *parent = nullptr);
 
@@ -25,15 +35,26 @@ public:
     /// leEngraved at first.
     TLabelEffect LabelEffect() const { return m_effect; }
     void setLabelEffect(TLabelEffect effect);
-    /// The colour of the edge, silver at first. Where it would come too near to that of the
-    /// text, as on a dark desktop, a tone of the ground takes its place.
+    /// The colour of the edge, silver at first. Where it would come too near to that of the text, as on a
+    /// dark desktop, a tone of the ground takes its place.
     TColor ShadowedColor() const { return m_shadowedColor; }
     void setShadowedColor(TColor color);
+
+    /// lbThick at first, but on no side.
+    TBorderStyle BorderStyle() const { return m_borderStyle; }
+    void setBorderStyle(TBorderStyle style);
+    TEdges Edges() const { return m_edges; }
+    void setEdges(TEdges edges);
+    /// Whether the label as a whole throws a shadow to the right and down.
+    bool Shadow() const { return m_shadow; }
+    void setShadow(bool shadow);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:
+    void resetFont_Color() override { setFont_Color(clNavy); }
+    void paintEvent(QPaintEvent *event) override;
     void paintText(QPainter &painter) const override;
 
 private:
@@ -41,11 +62,20 @@ private:
     void resetDepth() { setDepth(2); }
     void resetLabelEffect() { setLabelEffect(leEngraved); }
     void resetShadowedColor() { setShadowedColor(clSilver); }
+    void resetBorderStyle() { setBorderStyle(lbThick); }
+    void resetEdges() { setEdges({}); }
+    void resetShadow() { setShadow(false); }
     QSize edge() const;
+    void makeRoom();
+    int lineWidth() const { return m_borderStyle; }
 
     int m_depth = 2;
     TLabelEffect m_effect = leEngraved;
     TColor m_shadowedColor = clSilver;
+    TBorderStyle m_borderStyle = lbThick;
+    TEdges m_edges;
+    bool m_shadow = false;
 };
+Q_DECLARE_OPERATORS_FOR_FLAGS(TzmLabel::TEdges)
 
 } // namespace Zelmar01

@@ -57,6 +57,7 @@ TzmLookupEdit::TzmLookupEdit(QWidget *parent)
       m_view(new TLookupList), m_dropDown(new TDropDown(this))
 {
     UseMessageBoxes();
+    setFocusPolicy(Qt::StrongFocus); // not by the wheel
     setModel(m_list);
     setView(m_view);
     setEditable(true);
@@ -108,7 +109,7 @@ void TzmLookupEdit::showKey()
     const bool isSame = row == currentIndex() && shown == currentText();
     if (isSame)
         return;
-    const bool allSelected = lineEdit()->hasSelectedText() && lineEdit()->selectedText() == currentText();
+    const bool allSelected = lineEdit()->selectedText() == currentText();
     setCurrentIndex(row);
     setEditText(shown);
     if (hasFocus() && allSelected)
@@ -209,7 +210,7 @@ void TzmLookupEdit::showPopup()
     }
     m_view->setHeader(title);
     QComboBox::showPopup();
-    m_dropDown->Opened(m_view->HeaderHeight());
+    m_dropDown->Opened();
 }
 
 void TzmLookupEdit::keyPressEvent(QKeyEvent *event)

@@ -10,6 +10,7 @@ namespace Zelmar01 {
 
 TzmPickEdit::TzmPickEdit(QWidget *parent) : TWithOwnFont(parent), m_dropDown(new TDropDown(this))
 {
+    setFocusPolicy(Qt::StrongFocus); // not by the wheel
     setEditable(true);
     setInsertPolicy(NoInsert);
     resetDropDownRows();

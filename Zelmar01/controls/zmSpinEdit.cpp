@@ -75,6 +75,23 @@ std::optional<TDecimal> TzmSpinEdit::shown() const
     return ParseAmount(lineEdit()->text(), locale());
 }
 
+QVariant TzmSpinEdit::valueTold() const
+{
+    const auto number = shown();
+    return number ? QVariant(number->ToDouble()) : QVariant();
+}
+
+// As if the user had typed it.
+void TzmSpinEdit::setValueTold(const QVariant &value)
+{
+    const auto number = TDecimal::FromFraction(value.toDouble(), 0);
+    if (isReadOnly() || !number || !isWithin(*number))
+        return;
+    lineEdit()->setText(FormatAmount(*number, QString(), locale()));
+    m_typed = true;
+    emit OnChange();
+}
+
 bool TzmSpinEdit::isWithin(const TDecimal &number) const
 {
     return (m_min == 0 && m_max == 0) || (number >= TDecimal(m_min) && number <= TDecimal(m_max));

@@ -24,6 +24,11 @@ class TzmSpinEdit : public TWithOwnFont<QAbstractSpinBox>
     Q_PROPERTY(bool ParentFont READ ParentFont WRITE setParentFont RESET resetParentFont)
     Q_PROPERTY(bool ReadOnly READ isReadOnly WRITE setReadOnly)
     Q_PROPERTY(bool readOnly READ isReadOnly WRITE setReadOnly DESIGNABLE false STORED false)
+    // What assistive technology asks of a spin box.
+    Q_PROPERTY(QVariant value READ valueTold WRITE setValueTold DESIGNABLE false STORED false)
+    Q_PROPERTY(qlonglong minimum READ MinValue DESIGNABLE false STORED false)
+    Q_PROPERTY(qlonglong maximum READ MaxValue DESIGNABLE false STORED false)
+    Q_PROPERTY(qlonglong stepSize READ Increment DESIGNABLE false STORED false)
     Q_PROPERTY(QVariant EditValue READ EditValue WRITE setEditValue NOTIFY OnEditValueChanged
                    USER true DESIGNABLE false STORED false)
 public:
@@ -64,6 +69,8 @@ protected:
 private:
     std::optional<TDecimal> shown() const;
     bool isWithin(const TDecimal &number) const;
+    QVariant valueTold() const;
+    void setValueTold(const QVariant &value);
     void showValue();
     void finish();
 

