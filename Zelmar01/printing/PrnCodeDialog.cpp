@@ -25,7 +25,8 @@ bool ShowPrinterCodesDialog(TPrinterCodes &codes, TPrinterType type, const TCode
 {
     if (!currentDialog())
         throw EInvalidOperation("Le dialogue des codes d'imprimante n'est pas lié à cette application");
-    return currentDialog()(codes, type, send);
+    const auto show = currentDialog(); // stays alive when it sets another
+    return show(codes, type, send);
 }
 
 } // namespace Zelmar01

@@ -16,6 +16,11 @@ namespace Zelmar01 {
 
 namespace {
 
+QString inPlain()
+{
+    return u"En clair"_s;
+}
+
 TCodeNotation otherThan(TCodeNotation notation)
 {
     return notation == TCodeNotation::Hexadecimal ? TCodeNotation::Decimal : TCodeNotation::Hexadecimal;
@@ -38,10 +43,10 @@ TPrnCodePanel::TPrnCodePanel(bool canSend, QWidget *parent)
     auto font = m_name->font();
     font.setBold(true);
     m_name->setFont(font);
-    m_plainName->setText(u"En clair"_s);
-    m_plain->setAccessibleName(m_plainName->text());
+    m_plain->setAccessibleName(inPlain());
     // The longest texts of these labels, so that nothing moves when they change.
     m_name->setMinimumWidth(m_name->fontMetrics().horizontalAdvance(u"Justification Centrée"_s));
+    m_plainName->setMinimumWidth(m_plainName->fontMetrics().horizontalAdvance(inPlain()));
     m_otherName->setMinimumWidth(m_otherName->fontMetrics().horizontalAdvance(u"Décimal"_s));
 
     auto *const grid = new QGridLayout(this);
@@ -73,12 +78,14 @@ QLineEdit *TPrnCodePanel::makeValue(const QString &name)
     value->setReadOnly(true);
     value->setFrame(false);
     value->setFocusPolicy(Qt::ClickFocus);
+    value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // takes what the dialog leaves
     return value;
 }
 
 void TPrnCodePanel::ShowBox(TPrnCodeBox &box)
 {
     m_name->setText(box.accessibleName());
+    m_plainName->setText(inPlain());
     try {
         showCode(box, box.Code());
     } catch (const EConvertError &error) {

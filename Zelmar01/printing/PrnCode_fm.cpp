@@ -30,8 +30,8 @@ namespace Zelmar01 {
 namespace {
 
 constexpr TColor dialogColour(0x00FFDFD4);
-// Far enough from a light text for a tint that does not shine.
-constexpr double groundContrast = 12;
+// How much of it a dark desktop takes on.
+constexpr float darkTint = 0.12F;
 
 struct TTypeItem
 {
@@ -62,6 +62,13 @@ void copyCodes(const TPrinterCodes &from, TPrinterCodes &to)
     for (std::size_t i = 0; i < from.size(); ++i)
         for (const auto &field : PrinterCodeFields())
             to[i].*field.Code = from[i].*field.Code;
+}
+
+QColor mixed(const QColor &a, const QColor &b, float shareOfB)
+{
+    const auto part = [&](float x, float y) { return x + (y - x) * shareOfB; };
+    return QColor::fromRgbF(part(a.redF(), b.redF()), part(a.greenF(), b.greenF()),
+                            part(a.blueF(), b.blueF()));
 }
 
 // As large as its widget, as far as the screen goes; what has the focus is in view.
@@ -203,20 +210,26 @@ void TfmPrnCode::watch(TPrnCodeBox *box)
             m_panel->ShowBox(*box);
     });
     connect(new TLeaveWatch(box), &TLeaveWatch::OnLeave, this, [this, box] {
-        m_left = box;
+        m_left << box;
         // The key or click that moved the focus is not over yet; what it does may be to take the boxes, which
         // reports the same error.
-        QTimer::singleShot(0, this, [this] {
-            if (auto *const left = std::exchange(m_left, nullptr); left && isVisible())
-                userDoes([this, left] { ZoneOnEditExit(left); });
-        });
+        QTimer::singleShot(0, this, &TfmPrnCode::checkLeft);
     });
+}
+
+void TfmPrnCode::checkLeft()
+{
+    if (isVisible())
+        userDoes([this, left = std::exchange(m_left, {})] {
+            for (auto *const box : left)
+                ZoneOnEditExit(box);
+        });
 }
 
 template<class Work>
 void TfmPrnCode::userDoes(Work work)
 {
-    m_left = nullptr;
+    m_left.clear();
     ShowingExceptions(work);
 }
 
@@ -259,6 +272,7 @@ std::string TfmPrnCode::codeIn(TPrnCodeBox &box)
     } catch (const EConvertError &) {
         m_types->hidePopup(); // would keep the focus
         box.setFocus();
+        m_left.clear(); // the box that lost the focus by this was not left by the user
         throw;
     }
 }
@@ -330,8 +344,11 @@ void TfmPrnCode::changeEvent(QEvent *event)
 
 void TfmPrnCode::takeColours()
 {
-    const auto colour = dialogColour.Resolved(palette());
-    const auto ground = WithContrast(colour, palette().color(QPalette::WindowText), groundContrast);
+    const auto text = palette().color(QPalette::WindowText);
+    const auto desktop = QApplication::palette(this).color(QPalette::Window);
+    auto ground = dialogColour.Resolved(palette());
+    if (ContrastOf(ground, text) < ContrastOf(Qt::black, text))
+        ground = WithContrast(mixed(desktop, ground, darkTint), text);
     if (palette().color(QPalette::Window) == ground)
         return;
     QPalette colours;

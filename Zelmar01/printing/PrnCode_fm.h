@@ -67,6 +67,7 @@ private:
     QLayout *makeHead();
     QLayout *makeFoot();
     void watch(TPrnCodeBox *box);
+    void checkLeft();
     void showType(TPrinterType type);
     std::string codeIn(TPrnCodeBox &box);
     void sendCode();
@@ -84,7 +85,7 @@ private:
     QButtonGroup *m_notations = nullptr;
     QPushButton *m_cancel = nullptr;
     TPrnCodeBox *m_shown = nullptr; ///< the box that the focus is in or was in last
-    TPrnCodeBox *m_left = nullptr;  ///< a box that is still to be checked
+    QList<TPrnCodeBox *> m_left;    ///< boxes that are still to be checked
 };
 
 } // namespace Zelmar01

@@ -17,6 +17,9 @@
 
 #include <functional>
 
+/// The notations, in the order of their buttons.
+enum : int { decimal, hexadecimal, character };
+
 /// The codes dialog that is open, by what a user sees of it.
 struct CodesDialog
 {
