@@ -51,7 +51,7 @@ if(TARGET zelmar01_designer)
     zelmar01_debian_package(designer zelmar01-designer
         SECTION libdevel
         DEPENDS "${exactly}"
-        RECOMMENDS "designer-qt6"
+        RECOMMENDS "designer-qt6, libqt6svg6"
         DESCRIPTION "components for a shop's till and back office: plugin of the form designer
  Puts the Zelmar01 components into the widget box of Qt Designer.")
 endif()

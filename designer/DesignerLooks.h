@@ -18,6 +18,7 @@ struct TDesignerLook
     bool TakesOthers = false; ///< other components can be dropped into it
     /// Text properties without line breaks that are never translated, such as names of fields.
     QStringList PlainTexts;
+    QString Text; ///< the caption of one that is dropped and would not be seen without
 };
 
 /// The look of a registered class; raises EInvalidOperation for a class that has none.

@@ -54,12 +54,17 @@ public:
         End();
     }
 
+    void String(const QString &property, const QString &value)
+    {
+        Begin(u"property"_s, {{u"name"_s, property}});
+        Element(u"string"_s, value);
+        End();
+    }
+
     void Page(int number)
     {
         Begin(u"widget"_s, {{u"class"_s, pageClass}, {u"name"_s, u"tabSheet"_s + QString::number(number)}});
-        Begin(u"property"_s, {{u"name"_s, u"Caption"_s}});
-        Element(u"string"_s, u"Page "_s + QString::number(number));
-        End();
+        String(u"Caption"_s, u"Page "_s + QString::number(number));
         End();
     }
 
@@ -89,7 +94,12 @@ QString TDesignerWidget::includeFile() const
 
 QIcon TDesignerWidget::icon() const
 {
-    return QIcon(u":/zelmar01/designer/%1.svg"_s.arg(QString::fromStdString(m_class.Name)));
+    const QIcon drawing(u":/zelmar01/designer/%1.svg"_s.arg(QString::fromStdString(m_class.Name)));
+    // The palette takes an icon that has no sizes of its own for none at all.
+    QIcon icon;
+    for (const int side : {16, 22, 24, 32, 44, 64})
+        icon.addPixmap(drawing.pixmap(side));
+    return icon;
 }
 
 QWidget *TDesignerWidget::createWidget(QWidget *parent)
@@ -108,6 +118,8 @@ QString TDesignerWidget::domXml() const
     form.Begin(u"widget"_s, {{u"class"_s, name()}, {u"name"_s, m_look.ObjectName}});
     if (!m_look.Size.isEmpty())
         form.Geometry(m_look.Size);
+    if (!m_look.Text.isEmpty())
+        form.String(u"text"_s, m_look.Text);
     if (m_look.HasPages) {
         form.Page(1);
         form.Page(2);
@@ -147,8 +159,10 @@ QWidget *TDesignerPage::createWidget(QWidget *parent)
 
 void TDesignerPage::initialize(QDesignerFormEditorInterface *core)
 {
-    if (!std::exchange(m_isInitialized, true))
-        RegisterPageExtensions(core);
+    if (m_core == core)
+        return;
+    m_core = core;
+    RegisterPageExtensions(core);
 }
 
 } // namespace Zelmar01

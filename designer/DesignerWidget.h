@@ -4,7 +4,10 @@
 
 #include <Zelmar01/package/RegisterComponents.h>
 
+#include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtUiPlugin/QDesignerCustomWidgetInterface>
+
+#include <QPointer>
 
 namespace Zelmar01 {
 
@@ -43,12 +46,12 @@ public:
     bool isContainer() const override { return true; }
     QWidget *createWidget(QWidget *parent) override;
     QString domXml() const override { return {}; }
-    bool isInitialized() const override { return m_isInitialized; }
+    bool isInitialized() const override { return !m_core.isNull(); }
     /// Teaches the form designer about pages.
     void initialize(QDesignerFormEditorInterface *core) override;
 
 private:
-    bool m_isInitialized = false;
+    QPointer<QDesignerFormEditorInterface> m_core;
     QString m_group = QStringLiteral("Zelmar01");
 };
 

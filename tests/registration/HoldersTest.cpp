@@ -44,6 +44,21 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
     }
 
+    // A code file whose only code is this list.
+    static void writeCodeFile(const std::filesystem::path &path, const std::string &list)
+    {
+        std::ofstream file(path, std::ios::binary);
+        const auto line = [&](std::string text, const std::string &name = {}) {
+            text.resize(51, ' ');
+            text += name;
+            text.resize(72, ' ');
+            file << text << "*\r\n";
+        };
+        line("DosPrintControlCodes");
+        line("#Epson");
+        line(':' + list, "Reset");
+    }
+
     TempFolder m_folder;
     std::vector<std::string> m_shown;
 };
@@ -74,7 +89,7 @@ TEST_F(HoldersTest, TheyAreNeverSeenOnARunningFormAndTakeNoRoom)
 TEST_F(HoldersTest, AComponentIsLoadingUntilItsFormIsPolished)
 {
     const auto bad = m_folder / "bad.PCC";
-    std::ofstream(bad) << "no code file\r\n";
+    writeCodeFile(bad, "27,escape");
     const auto file = QString::fromStdString(bad.string());
     QWidget form;
     auto *const page = new QWidget(&form);
