@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
 using namespace Zelmar01;
@@ -69,7 +70,9 @@ QPixmap metal(const QPalette &palette, QSize size)
     light.setColorAt(1, palette.color(QPalette::Window));
     QPainter painter(&picture);
     painter.fillRect(picture.rect(), light);
-    painter.setPen(QPen(palette.color(QPalette::Midlight), 1));
+    auto line = palette.color(QPalette::Midlight);
+    line.setAlphaF(0.4F);
+    painter.setPen(line);
     for (int y = 0; y < size.height(); y += 3)
         painter.drawLine(0, y, size.width(), y);
     return picture;
@@ -90,7 +93,8 @@ QPixmap bar(const QColor &color)
 } // namespace
 
 AppearancePage::AppearancePage(QWidget *parent)
-    : QWidget(parent), m_picture(new QLabel(this)), m_choice(new QComboBox), m_editor(new AppearanceEditor)
+    : QWidget(parent), m_picture(new QLabel(this)), m_choice(new QComboBox), m_page(new QComboBox),
+      m_editor(new AppearanceEditor)
 {
     setObjectName(u"appearance"_s);
     m_picture->setScaledContents(true);
@@ -107,6 +111,7 @@ TExtPageControl *AppearancePage::makeControl(const QString &name, const QString 
     QStringList hints;
     for (const auto &[caption, hint, content] : texts()) {
         auto *page = new TTabSheet(control);
+        page->setObjectName(name + QString::number(control->PageCount()));
         page->setCaption(caption);
         auto *grid = new QGridLayout(page);
         grid->setContentsMargins(6, 6, 6, 6);
@@ -236,12 +241,38 @@ QWidget *AppearancePage::makeEditor()
     auto *layout = new QVBoxLayout(panel);
     layout->setContentsMargins({});
     m_choice->setAccessibleName(u"Contrôle à modifier"_s);
+    m_page->setAccessibleName(u"Page à modifier"_s);
     layout->addWidget(m_choice);
+    layout->addWidget(m_page);
     layout->addWidget(m_editor, 1);
-    connect(m_choice, &QComboBox::currentIndexChanged, this,
-            [this](int index) { m_editor->Edit(m_controls.value(index)); });
-    m_editor->Edit(m_controls.value(m_choice->currentIndex()));
+    connect(m_choice, &QComboBox::currentIndexChanged, this, &AppearancePage::chooseControl);
+    connect(m_page, &QComboBox::currentIndexChanged, this, &AppearancePage::editChosen);
+    for (const auto *control : m_controls)
+        connect(control, &TExtCustomTab::OnChange, m_editor, &AppearanceEditor::Read);
+    chooseControl();
     return panel;
+}
+
+void AppearancePage::chooseControl()
+{
+    const QSignalBlocker later(m_page);
+    m_page->clear();
+    m_page->addItem(u"Le contrôle"_s);
+    if (const auto *pages = qobject_cast<TExtPageControl *>(m_controls.value(m_choice->currentIndex()))) {
+        for (int i = 0; i < pages->PageCount(); ++i)
+            m_page->addItem(u"Page "_s + PlainCaption(pages->Pages(i)->Caption()),
+                            QVariant::fromValue<QObject *>(pages->Pages(i)));
+    }
+    m_page->setVisible(m_page->count() > 1);
+    editChosen();
+}
+
+void AppearancePage::editChosen()
+{
+    if (auto *page = m_page->currentData().value<QObject *>())
+        m_editor->Edit(page, {u"enabled"_s});
+    else
+        m_editor->Edit(m_controls.value(m_choice->currentIndex()), {u"enabled"_s, u"layoutDirection"_s});
 }
 
 } // namespace Shop

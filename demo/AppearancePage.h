@@ -16,8 +16,8 @@ namespace Shop {
 
 class AppearanceEditor;
 
-/// The looks of tabs: a control for each side and style, and the properties of one of them, which can be
-/// changed while it is seen.
+/// The looks of tabs: a control for each side and style, and the properties of one of them and of its
+/// pages, which can be changed while it is seen.
 class AppearancePage : public QWidget
 {
     Q_OBJECT
@@ -30,11 +30,13 @@ private:
     QWidget *makeDrawnTabs();
     QWidget *makeEditor();
     void usePicture(Zelmar01::TExtCustomTab &control);
+    void chooseControl();
+    void editChosen();
 
     QList<Zelmar01::TExtCustomTab *> m_controls;
     QLabel *m_picture;
     qint64 m_picturesPalette = 0;
-    QComboBox *m_choice;
+    QComboBox *m_choice, *m_page;
     AppearanceEditor *m_editor;
 };
 

@@ -1,5 +1,6 @@
 #include "CodesPage.h"
 
+#include "BusyCursor.h"
 #include "LevelPanel.h"
 #include "NewLevelDialog.h"
 #include "ShopIcons.h"
@@ -80,15 +81,6 @@ QWidget *buttonsOf(const QString &title, const QList<QAction *> &actions)
         layout->setColumnStretch(column, 1);
     return group;
 }
-
-class BusyCursor
-{
-public:
-    BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyCursor() { QApplication::restoreOverrideCursor(); }
-    BusyCursor(const BusyCursor &) = delete;
-    BusyCursor &operator=(const BusyCursor &) = delete;
-};
 
 } // namespace
 

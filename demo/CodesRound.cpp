@@ -28,7 +28,7 @@ public:
     Round(MainWindow &window, const ShopDatabase &database)
         : m_window(window), m_tree(Find<TTreeViewDescr>(window, u"codeTree"_s))
     {
-        m_connection.setDatabaseName(database.FileName());
+        UsePlace(database.Place(), m_connection);
     }
 
     QString Go()

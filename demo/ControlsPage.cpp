@@ -2,12 +2,15 @@
 
 #include "ArticleTable.h"
 
+#include <Zelmar01/controls/DateTimePickerPlus.h>
 #include <Zelmar01/controls/NumEcran.h>
+#include <Zelmar01/controls/TimeEdit.h>
+#include <Zelmar01/controls/zmDateEdit.h>
 #include <Zelmar01/controls/zmLabel.h>
+#include <Zelmar01/controls/zmPickEdit.h>
 #include <Zelmar01/core/ExceptionDisplay.h>
 
 #include <QCheckBox>
-#include <QFileInfo>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -41,9 +44,11 @@ int checkFigure(const QString &reference, int piece)
 } // namespace
 
 ControlsPage::ControlsPage(ShopDatabase &shop, QWidget *parent)
-    : QWidget(parent), m_shop(shop), m_articles(nullptr, &shop.Connection()), m_told(new QLabel)
+    : QWidget(parent), m_shop(shop), m_articles(nullptr, &shop.Connection()),
+      m_sheetOfArticle(new ArticleSheet(shop)), m_told(new QLabel)
 {
     setObjectName(u"controls"_s);
+    setLocale(french);
     m_articles.setCommandText(u"select ARTICLE_ID, NOM, REFERENCE from article order by NOM"_s);
 
     auto *title = new TzmLabel;
@@ -52,8 +57,10 @@ ControlsPage::ControlsPage(ShopDatabase &shop, QWidget *parent)
     layout->addWidget(title, 0, 0);
     layout->addWidget(makeLinks(), 1, 0);
     layout->addWidget(makeGauges(), 2, 0);
-    layout->addWidget(makeFoot(), 3, 0, 1, 2);
-    layout->setRowStretch(3, 1);
+    layout->addWidget(makeAppointment(), 3, 0);
+    layout->addWidget(m_sheetOfArticle, 0, 1, 4, 1);
+    layout->addWidget(makeFoot(), 4, 0, 1, 2);
+    layout->setRowStretch(4, 1);
     layout->setColumnStretch(0, 1);
     layout->setColumnStretch(1, 1);
     setFocusProxy(m_find);
@@ -96,10 +103,12 @@ QGroupBox *ControlsPage::makeGauges()
     m_upright->setObjectName(u"uprightGauge"_s);
     m_upright->setAccessibleName(u"Étiquettes contrôlées, en hauteur"_s);
     m_upright->setKind(gkVerticalBar);
-    m_upright->setFixedSize(72, 110);
+    m_upright->setFixedWidth(72);
+    m_upright->setMinimumHeight(110);
+    m_upright->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
     m_told->setObjectName(u"controlsTold"_s);
     m_told->setWordWrap(true);
-    auto *start = new QPushButton(u"&Contrôler %1 étiquettes"_s.arg(french.toString(tickets)));
+    auto *start = new QPushButton(u"Contrôler %1 étiq&uettes"_s.arg(french.toString(tickets)));
     start->setObjectName(u"checkTickets"_s);
     auto *text = new QCheckBox(u"&Pourcentage"_s);
     text->setObjectName(u"gaugeText"_s);
@@ -121,10 +130,43 @@ QGroupBox *ControlsPage::makeGauges()
     return group;
 }
 
+QGroupBox *ControlsPage::makeAppointment()
+{
+    auto *group = new QGroupBox(u"Rendez-vous"_s);
+    auto *day = new TDateTimePickerPlus;
+    day->setObjectName(u"appointmentDay"_s);
+    day->setDate(QDate(2024, 3, 21));
+    auto *hour = new tzmTimeEdit;
+    hour->setObjectName(u"appointmentHour"_s);
+    hour->setTime(QTime(14, 30));
+    auto *feast = new tzmDateEditJourMois;
+    feast->setObjectName(u"feast"_s);
+    feast->setDate(QDate(2024, 2, 29));
+    auto *place = new TzmPickEdit;
+    place->setObjectName(u"appointmentPlace"_s);
+    place->addItems({u"Comptoir"_s, u"Salon"_s, u"Atelier"_s});
+
+    auto *layout = new QGridLayout(group);
+    const auto add = [&](int row, int column, const QString &text, QWidget *editor) {
+        auto *label = new QLabel(text);
+        label->setBuddy(editor);
+        layout->addWidget(label, row, column);
+        layout->addWidget(editor, row, column + 1);
+    };
+    add(0, 0, u"Le :"_s, day);
+    add(0, 2, u"à :"_s, hour);
+    add(1, 0, u"Au :"_s, place);
+    add(1, 2, u"Fête :"_s, feast);
+    layout->setColumnStretch(1, 1);
+    layout->setColumnStretch(3, 1);
+    return group;
+}
+
 QWidget *ControlsPage::makeFoot()
 {
     // Without a layout, so that the number finds its corner by itself.
     auto *foot = new QWidget;
+    foot->setMinimumHeight(20);
     auto *number = new Tzm_NumEcran(foot);
     number->setText(u"E0600"_s);
     return foot;
@@ -141,10 +183,11 @@ void ControlsPage::load()
 {
     m_shop.Require(MetalTable());
     m_shop.Require(ArticleTable());
-    m_find->RemplirListe(m_articles, false);
+    m_sheetOfArticle->Load();
     m_articles.Open();
+    m_find->RemplirListe(m_articles, false);
     m_find->setCurrentIndex(0);
-    m_folder->setURL(QFileInfo(m_shop.FileName()).absolutePath());
+    m_folder->setURL(m_shop.Folder());
     showArticle();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ArticleSheet.h"
 #include "ShopDatabase.h"
 
 #include <Zelmar01/controls/LabelURL.h>
@@ -14,8 +15,8 @@ class QLabel;
 
 namespace Shop {
 
-/// The small controls over the shop's articles: links that go with an article, and gauges that follow a long
-/// piece of work.
+/// The small controls over the shop's articles: the sheet of an article, links that go with it, gauges that
+/// follow a long piece of work, and the editors of an appointment.
 class ControlsPage : public QWidget
 {
     Q_OBJECT
@@ -30,6 +31,7 @@ private:
     QGroupBox *makeLinks();
     QGroupBox *makeGauges();
     Zelmar01::TLabelURL *makeLink(const QString &name, const QString &caption, Zelmar01::TURLType type);
+    QGroupBox *makeAppointment();
     QWidget *makeFoot();
 
     void load();
@@ -38,6 +40,7 @@ private:
 
     ShopDatabase &m_shop;
     Zelmar01::TQuery m_articles;
+    ArticleSheet *m_sheetOfArticle;
     Zelmar01::TComboBoxFk *m_find;
     Zelmar01::TLabelURL *m_sheet, *m_order, *m_folder;
     Zelmar01::TzmGauge *m_gauge, *m_upright;

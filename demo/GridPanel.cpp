@@ -42,7 +42,7 @@ GridPanel::GridPanel(ShopDatabase &shop, TDataSource &articles, QWidget *parent)
     m_grid->setColumns({u"REFERENCE;90"_s, u"NOM;300"_s, u"PRIX;110"_s});
     m_place->setObjectName(u"articlePlace"_s);
     m_place->addItems({u"de la base de données"_s, u"copiés en mémoire"_s});
-    m_order->setObjectName(u"articleOrder"_s);
+    m_order->setObjectName(u"gridOrder"_s);
     auto *label = new QLabel(u"Articl&es :"_s);
     label->setBuddy(m_place);
 
@@ -79,10 +79,12 @@ void GridPanel::show(TDataSource &source)
     const bool isMemory = &source == &m_memorySource;
     m_place->setCurrentIndex(isMemory ? InMemory : InDatabase);
     m_grid->setDataSource(&source);
+    for (int column = 0; column < m_grid->Columns().Count(); ++column)
+        m_grid->Columns()[column].setTitle({}); // without the marks of the other rows' order
     if (isMemory)
         m_grid->InitGrid(u"PRIX"_s, u"NOM"_s, {}, true);
     else
-        m_grid->InitGrid(u"NOM collate nocase"_s, u"NOM"_s, ArticlesText(), true);
+        m_grid->InitGrid(u"upper(NOM)"_s, u"NOM"_s, ArticlesText(), true);
     showOrder();
 }
 

@@ -14,6 +14,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
+#include <QMenu>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -43,6 +45,7 @@ public:
         changePrice();
         report += u"Changé : "_s +
                   inDatabase(u"select NOM || ' ' || PRIX from article where ARTICLE_ID = "_s + m_key) + u'\n';
+        tryMany();
         giveMetal();
         report += u"Métal : "_s +
                   inDatabase(u"select LIBELLE from metal join article using (METAL_ID) "
@@ -50,8 +53,8 @@ public:
                              m_key) +
                   u'\n';
         sortInMemory();
-        report += u"En mémoire : "_s + first() + u" ; "_s + Find<QLabel>(m_window, u"articleOrder"_s).text() +
-                  u'\n';
+        report +=
+            u"En mémoire : "_s + first() + u" ; "_s + Find<QLabel>(m_window, u"gridOrder"_s).text() + u'\n';
         check();
         return report + u"Condition : "_s + Find<QLabel>(m_window, u"condition"_s).text() + u'\n';
     }
@@ -84,6 +87,24 @@ private:
         Press(*editor, Qt::Key_Down);
         if (m_grid.EditorMode())
             Fail(u"le prix n'est pas enregistré"_s);
+    }
+
+    // A hundred thousand rows in all lists, and back.
+    void tryMany()
+    {
+        const auto choose = [this](const QString &text) {
+            for (auto *action : Find<QPushButton>(m_window, u"volume"_s).menu()->actions())
+                if (action->text().contains(text))
+                    action->trigger();
+        };
+        const auto &find = Find<TComboBoxFk>(m_window, u"findArticle"_s);
+        const int before = find.count();
+        choose(QLocale(QLocale::French).toString(100'000));
+        if (find.count() != 100'000 || m_grid.DataSet()->RecordCount() != 100'000)
+            Fail(u"les listes ne sont pas remplies"_s);
+        choose(u"magasin"_s);
+        if (find.count() != before)
+            Fail(u"les articles du magasin ne sont pas revenus"_s);
     }
 
     void giveMetal()

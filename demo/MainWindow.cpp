@@ -3,12 +3,15 @@
 #include "AppearancePage.h"
 #include "CodesPage.h"
 #include "ControlsPage.h"
+#include "DatabaseDialog.h"
 #include "ListsPage.h"
+#include "ShopDatabase.h"
 #include "TasksPage.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QPushButton>
 #include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
@@ -47,6 +50,7 @@ MainWindow::MainWindow(TillPage::TClock clock, ShopDatabase &database, QSettings
     auto *side = new QVBoxLayout;
     side->addWidget(name);
     side->addWidget(m_list, 1);
+    side->addWidget(makeDatabaseButton(database.Place()));
     auto *layout = new QHBoxLayout(centre);
     layout->addLayout(side);
     layout->addWidget(m_stack, 1);
@@ -78,6 +82,25 @@ void MainWindow::addPage(const QString &title, QWidget *page)
     item->setSizeHint({0, m_list->fontMetrics().height() * 2});
     page->layout()->setContentsMargins({});
     m_stack->addWidget(page);
+}
+
+QPushButton *MainWindow::makeDatabaseButton(const TDatabasePlace &place)
+{
+    auto *button = new QPushButton(u"&Base de données…"_s);
+    button->setObjectName(u"chooseDatabase"_s);
+    button->setToolTip(u"Ouverte : %1"_s.arg(place.Title()));
+    connect(button, &QPushButton::clicked, this, [this, place] { chooseDatabase(place); });
+    return button;
+}
+
+void MainWindow::chooseDatabase(const TDatabasePlace &place)
+{
+    DatabaseDialog dialog(place, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    m_newPlace = dialog.Place();
+    if (!close())
+        m_newPlace.reset();
 }
 
 QList<QWidget *> MainWindow::Pages() const

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "DatabasePlace.h"
 #include "TillPage.h"
 
 #include <QMainWindow>
 
+#include <optional>
+
 class QListWidget;
+class QPushButton;
 class QStackedWidget;
 
 namespace Shop {
@@ -28,13 +32,19 @@ public:
     QList<QWidget *> Pages() const;
     void ShowPage(QWidget *page);
 
+    /// The database that the user has chosen instead of this one, which closed the window.
+    const std::optional<TDatabasePlace> &NewPlace() const { return m_newPlace; }
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
     void addPage(const QString &title, QWidget *page);
+    QPushButton *makeDatabaseButton(const TDatabasePlace &place);
+    void chooseDatabase(const TDatabasePlace &place);
 
     QSettings *m_settings;
+    std::optional<TDatabasePlace> m_newPlace;
     QListWidget *m_list;
     QStackedWidget *m_stack;
     TillPage *m_till;

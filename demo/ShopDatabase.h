@@ -1,5 +1,7 @@
 #pragma once
 
+#include "DatabasePlace.h"
+
 #include <Zelmar01/data/Connection.h>
 
 #include <QString>
@@ -12,19 +14,23 @@ namespace Shop {
 struct TShopTable
 {
     QString Name;
-    QString Create; ///< the command that makes it
+    QString Create; ///< the command that makes it, in SQLite's words
     std::function<void(Zelmar01::TConnection &)> Fill;
 };
 
-/// A database of the shop: an SQLite file, to which each page adds the tables that it needs.
+/// A database of the shop, to which each page adds the tables that it needs.
 class ShopDatabase
 {
 public:
-    /// The file is opened, and made with its folder when it is missing, once it is needed.
+    /// It is opened, and an SQLite file made with its folder when it is missing, once it is needed. What
+    /// belongs with the database of a server is kept in `folder`.
+    ShopDatabase(const TDatabasePlace &place, const QString &folder);
+    /// An SQLite file.
     explicit ShopDatabase(const QString &file);
 
-    QString FileName() const { return m_connection.DatabaseName(); }
-    /// A path beside the file, for what belongs with it.
+    const TDatabasePlace &Place() const { return m_place; }
+    /// Where what belongs with the database is kept: the folder of the file, or one of its own.
+    const QString &Folder() const { return m_folder; }
     QString Beside(const QString &name) const;
     Zelmar01::TConnection &Connection() { return m_connection; }
 
@@ -32,6 +38,8 @@ public:
     void Require(const TShopTable &table);
 
 private:
+    TDatabasePlace m_place;
+    QString m_folder;
     Zelmar01::TConnection m_connection;
 };
 

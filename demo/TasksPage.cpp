@@ -11,7 +11,6 @@
 
 #include <QDateTime>
 #include <QDir>
-#include <QFileInfo>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -57,10 +56,21 @@ TJobStoreOptions storeOf(const ShopDatabase &shop)
 void makeBackup(TTaskItem &item, const ShopDatabase &shop)
 {
     const auto today = QDate::currentDate();
-    item.setApplicationName(u"cp"_s);
-    item.setParameters(u"\"%1\" \"%2\""_s.arg(shop.FileName(), shop.Beside(u"sauvegarde.db"_s)));
-    item.setWorkingDirectory(QFileInfo(shop.FileName()).path());
+    const auto &place = shop.Place();
+    item.setWorkingDirectory(shop.Folder());
     item.setComment(u"Copie la base de données du magasin."_s);
+    if (place.IsFile()) {
+        item.setApplicationName(u"cp"_s);
+        item.setParameters(u"\"%1\" \"%2\""_s.arg(place.Database, shop.Beside(u"sauvegarde.db"_s)));
+    } else if (place.Driver == "QPSQL"_L1) {
+        item.setApplicationName(u"pg_dump"_s);
+        item.setParameters(u"--no-password --host=\"%1\" --port=%2 --username=\"%3\" --file=\"%4\" \"%5\""_s
+                               .arg(place.Host.isEmpty() ? u"localhost"_s : place.Host)
+                               .arg(place.Port)
+                               .arg(place.User, shop.Beside(u"sauvegarde.sql"_s), place.Database));
+    } else {
+        item.setComment(u"Indiquez le programme qui copie la base de données du magasin."_s);
+    }
     auto &trigger = item.Triggers().Add();
     trigger.SetType(ttDaily);
     trigger.setBeginDate(EncodeDate(today.year(), today.month(), today.day()));

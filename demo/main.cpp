@@ -1,3 +1,4 @@
+#include "DatabaseDialog.h"
 #include "MainWindow.h"
 #include "SelfRun.h"
 #include "ShopDatabase.h"
@@ -6,10 +7,13 @@
 #include <Zelmar01/core/WidgetBoxes.h>
 
 #include <QApplication>
+#include <QLocale>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QStyleFactory>
 #include <QTextStream>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace Zelmar01;
@@ -18,17 +22,31 @@ namespace {
 
 constexpr int wrongUsage = 2;
 
+// A server that is away, or wants its password. A user who gives up sees what is left without it.
+Shop::TDatabasePlace askAgain(const Shop::TDatabasePlace &place)
+{
+    Shop::DatabaseDialog dialog(place);
+    return dialog.exec() == QDialog::Accepted ? dialog.Place() : place;
+}
+
 int openShop()
 {
     UseMessageBoxes();
     QSettings settings;
+    const auto folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     int result = 1;
     ShowingExceptions([&] {
-        Shop::ShopDatabase database(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-                                    u"/bijouterie.db"_s);
-        Shop::MainWindow window(&QDateTime::currentDateTime, database, &settings);
-        window.show();
-        result = QApplication::exec();
+        auto place = Shop::RestorePlace(settings, folder + u"/bijouterie.db"_s);
+        if (!place.IsFile() && !Shop::CanOpen(place))
+            place = askAgain(place);
+        for (std::optional next = place; next;) {
+            Shop::SavePlace(*next, settings);
+            Shop::ShopDatabase database(*next, folder);
+            Shop::MainWindow window(&QDateTime::currentDateTime, database, &settings);
+            window.show();
+            result = QApplication::exec();
+            next = window.NewPlace();
+        }
     });
     return result;
 }
@@ -41,6 +59,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(u"zelmar01-demo"_s);
     QApplication::setOrganizationName(u"zelmar01"_s);
     QApplication::setApplicationDisplayName(u"Zelmar01"_s);
+    QLocale::setDefault(QLocale(QLocale::French, QLocale::France)); // the shop's, wherever it is shown
 
     const auto arguments = QApplication::arguments();
     if (arguments.size() == 3 && arguments[1] == "--run"_L1)

@@ -89,6 +89,8 @@ TEST_F(SelfRun, LeavesTheTicketAndPicturesOfEveryPage)
               "Renommé : 1007 BAGUES - Or jaune - 750 millièmes (18 carats) - Tanzanite bleue (TANZ)\n"
               "Supprimé : il reste 538 niveaux.\n"_s);
 
+    EXPECT_TRUE(QString::fromUtf8(read("new/run/listes.txt")).contains(u"Tri : PRIX (décroissant), NOM\n"_s));
+
     EXPECT_EQ(QString::fromUtf8(read("new/run/taches.txt")).count(u"réussie"_s), 1);
 
     QList<int> grounds;

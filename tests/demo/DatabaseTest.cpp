@@ -1,0 +1,105 @@
+#include <demo/CodesRound.h>
+#include <demo/DatabaseDialog.h>
+#include <demo/Hands.h>
+#include <demo/ListsRound.h>
+#include <demo/MainWindow.h>
+#include <demo/ShopDatabase.h>
+
+#include <support/Engines.h>
+
+#include <Zelmar01/core/ExceptionDisplay.h>
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QSettings>
+#include <QSpinBox>
+
+using namespace Qt::StringLiterals;
+using namespace Shop;
+using namespace Zelmar01;
+
+namespace {
+
+TDatabasePlace placeOnServer()
+{
+    TDatabasePlace place;
+    place.Driver = u"QPSQL"_s;
+    place.Database = u"postgres"_s;
+    place.Host = u"127.0.0.1"_s;
+    place.Port = sharedServer().Port();
+    place.User = QString::fromUtf8(PostgresServer::UserName);
+    place.Password = QString::fromUtf8(PostgresServer::Password);
+    return place;
+}
+
+} // namespace
+
+TEST(Database, IsRememberedWithoutItsPassword)
+{
+    const TempFolder folder;
+    const auto file = QString::fromStdString(folder / "shop.ini");
+    auto place = placeOnServer();
+    {
+        QSettings settings(file, QSettings::IniFormat);
+        EXPECT_EQ(RestorePlace(settings, u"first.db"_s).Title(), u"first.db"_s);
+        SavePlace(place, settings);
+    }
+    QFile written(file);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(written.readAll().contains(PostgresServer::Password));
+    const auto again = RestorePlace(QSettings(file, QSettings::IniFormat), {});
+    EXPECT_EQ(again.Title(), u"postgres sur 127.0.0.1"_s);
+    EXPECT_EQ(again.Port, place.Port);
+    EXPECT_EQ(again.User, place.User);
+
+    // What belongs with one database is never taken for another's.
+    const ShopDatabase one(place, u"/shop"_s);
+    place.Port = 1;
+    EXPECT_NE(one.Beside(u"codes"_s), ShopDatabase(place, u"/shop"_s).Beside(u"codes"_s));
+}
+
+TEST(Database, IsAskedForUntilItCanBeOpened)
+{
+    QStringList told;
+    SetExceptionDisplay(
+        [&](const std::exception &exception) { told << QString::fromUtf8(exception.what()); });
+    const auto restore = qScopeGuard([] { SetExceptionDisplay({}); });
+    auto place = placeOnServer();
+    place.Password.clear();
+    DatabaseDialog dialog(place);
+    dialog.show();
+    dialog.accept();
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(told.size(), 1);
+    Find<QLineEdit>(dialog, u"password"_s).setText(QString::fromUtf8(PostgresServer::Password));
+    dialog.accept();
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(told.size(), 1) << told.join(u'\n').toStdString();
+    EXPECT_EQ(dialog.Place().Port, place.Port);
+
+    Find<QComboBox>(dialog, u"engine"_s).setCurrentIndex(0);
+    EXPECT_FALSE(Find<QDialogButtonBox>(dialog, u"buttons"_s).button(QDialogButtonBox::Ok)->isEnabled());
+    Find<QLineEdit>(dialog, u"file"_s).setText(u"/shop.db"_s);
+    EXPECT_TRUE(dialog.Place().IsFile());
+}
+
+TEST(Database, OfAServerHoldsTheWholeShop)
+{
+    QStringList told;
+    SetExceptionDisplay(
+        [&](const std::exception &exception) { told << QString::fromUtf8(exception.what()); });
+    const auto restore = qScopeGuard([] { SetExceptionDisplay({}); });
+    const TempFolder folder;
+    ShopDatabase database(placeOnServer(), QString::fromStdString(folder / "shop"));
+    MainWindow window(&QDateTime::currentDateTime, database, nullptr);
+    window.show();
+    EXPECT_TRUE(GoRoundCodes(window, database).contains(u"Supprimé"_s));
+    EXPECT_FALSE(GoRoundLists(window, database).isEmpty());
+    for (auto *page : window.Pages())
+        window.ShowPage(page);
+    EXPECT_TRUE(told.isEmpty()) << told.join(u'\n').toStdString();
+}
