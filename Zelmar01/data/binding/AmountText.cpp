@@ -159,10 +159,11 @@ std::optional<TDecimal> ParseAmount(QStringView text, const QLocale &locale)
     text = text.trimmed();
     const auto isMinus = [&](QStringView t) { return t.startsWith(u'-') || t.startsWith(minusSign); };
     bool negative = isMinus(text);
-    if (negative || text.startsWith(u'+'))
+    const bool isSigned = negative || text.startsWith(u'+');
+    if (isSigned)
         text = text.mid(1);
     text = withoutCurrency(text);
-    if (!negative && isMinus(text)) { // "€ -5"
+    if (!isSigned && isMinus(text)) { // "€ -5"
         negative = true;
         text = text.mid(1).trimmed();
     }

@@ -11,20 +11,24 @@ namespace {
 
 constexpr int yearsBack = 50;
 
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
 // The digits of a date, a text a number; none when there is something else between them.
 std::optional<QStringList> numbersOf(QStringView text)
 {
     QStringList numbers;
     bool inNumber = false;
     for (const QChar c : text.trimmed()) {
-        const bool isDigit = c >= u'0' && c <= u'9';
-        if (isDigit && !inNumber)
+        if (isDigit(c) && !inNumber)
             numbers.append(QString());
-        if (isDigit)
+        if (isDigit(c))
             numbers.last() += c;
         else if (!c.isSpace() && !QStringView(u"/.-").contains(c))
             return std::nullopt;
-        inNumber = isDigit;
+        inNumber = isDigit(c);
     }
     return numbers;
 }
@@ -124,11 +128,10 @@ std::optional<QTime> ParseTime(QStringView text)
         return std::nullopt;
     std::vector<int> numbers(3);
     for (qsizetype i = 0; i < parts.size(); ++i) {
-        bool ok = i < 3 && parts[i].size() <= 2;
-        const int number = parts[i].toInt(&ok);
-        if (!ok || i >= 3 || parts[i].size() > 2)
+        const auto &part = parts[i];
+        if (i >= 3 || part.isEmpty() || part.size() > 2 || !std::all_of(part.begin(), part.end(), isDigit))
             return std::nullopt;
-        numbers[static_cast<std::size_t>(i)] = number;
+        numbers[static_cast<std::size_t>(i)] = part.toInt();
     }
     const QTime time(numbers[0], numbers[1], numbers[2]);
     return time.isValid() ? std::optional(time) : std::nullopt;

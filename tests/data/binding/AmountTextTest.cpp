@@ -60,6 +60,7 @@ TEST(AmountText, readsWhatPeopleTypeAndPaste)
         {u"1,5.2,5", "none", "none"},
         {u"12-", "none", "none"},
         {u"--5", "none", "none"},
+        {u"+-5", "none", "none"},
         {u"1e3", "none", "none"},
         {u"0x10", "none", "none"},
         {u"douze", "none", "none"},

@@ -90,7 +90,8 @@ TEST(DateText, readsTimes)
                                                                {"1345", {}},
                                                                {"", {}},
                                                                {"1:2:3:4", {}},
-                                                               {"12:-1", {}}})
+                                                               {"12:-1", {}},
+                                                               {"+1:30", {}}})
         EXPECT_EQ(ParseTime(QString::fromLatin1(text)).value_or(QTime()), wanted) << text;
 }
 
