@@ -51,7 +51,7 @@ void TDropDown::Opened()
 
 bool TDropDown::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_grip && event->type() == QEvent::MouseButtonRelease)
+    if (event->type() == QEvent::MouseButtonRelease) // the grip is all that is watched
         m_chosen = box().view()->window()->size();
     return QObject::eventFilter(watched, event);
 }

@@ -53,8 +53,12 @@ std::vector<std::unique_ptr<QWidget>> allControls()
                      TzmDBImage>();
 }
 
-QVariant another(const QVariant &value)
+QVariant another(const QMetaProperty &property, const QVariant &value)
 {
+    if (property.isEnumType() && !property.isFlagType()) {
+        const auto names = property.enumerator();
+        return names.value(names.value(0) == value.toInt() ? 1 : 0);
+    }
     switch (value.typeId()) {
     case QMetaType::Bool:
         return !value.toBool();
@@ -93,7 +97,7 @@ TEST(Controls, whatAFormOverridesCanBeReset)
                 qstrcmp(property.name(), "ParentFont") == 0)
                 continue;
             const auto preset = property.read(control.get());
-            const auto other = another(preset);
+            const auto other = another(property, preset);
             EXPECT_TRUE(property.write(control.get(), other));
             const auto name = std::string(meta->className()) + '.' + property.name();
             EXPECT_NE(property.read(control.get()), preset) << name;
