@@ -21,6 +21,27 @@ QString folderOf(const TDatabasePlace &place, const QString &folder)
     return folder + u"/serveur-"_s + QString::fromLatin1(digest.toHex().first(12));
 }
 
+// The command for the engine: texts that SQLite compares without letter case, others do by their own means.
+QString inWordsOf(TConnection &connection, QString create)
+{
+    const auto nocase = u" collate nocase"_s;
+    switch (connection.Engine()) {
+    case enSQLite:
+        break;
+    case enPostgreSQL:
+        if (create.contains(nocase))
+            connection.Execute(u"create collation if not exists sans_casse "
+                               "(provider = icu, locale = 'und-u-ks-level2', deterministic = false)"_s);
+        create.replace(nocase, u" collate sans_casse"_s);
+        break;
+    case enSQLServer: // its usual collations do so
+    case enOther:
+        create.remove(nocase);
+        break;
+    }
+    return create;
+}
+
 } // namespace
 
 ShopDatabase::ShopDatabase(const TDatabasePlace &place, const QString &folder)
@@ -42,11 +63,8 @@ void ShopDatabase::Require(const TShopTable &table)
     QDir().mkpath(m_folder);
     if (m_connection.Database().tables().contains(table.Name, Qt::CaseInsensitive))
         return;
-    auto create = table.Create;
-    if (m_connection.Engine() != enSQLite)
-        create.remove(u" collate nocase"_s);
     TTransaction transaction(m_connection);
-    m_connection.Execute(create);
+    m_connection.Execute(inWordsOf(m_connection, table.Create));
     table.Fill(m_connection);
     transaction.Commit();
 }

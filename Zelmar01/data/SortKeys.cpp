@@ -216,9 +216,9 @@ public:
         for (std::size_t place = 0; place < count; ++place)
             m_entries[place].Place = static_cast<std::uint32_t>(place);
         if (count > 0)
-            m_open.push_back({0, count, 0});
-        while (!m_open.empty())
-            sortRange();
+            m_open.push_back({0, count});
+        for (std::size_t step = 0; !m_open.empty(); ++step)
+            sortBy(step);
     }
 
     // Calls `take(place, rank)` for all values, in their order; ranks are from 1. Returns how many there are.
@@ -234,21 +234,28 @@ public:
     }
 
 private:
-    // Values that have the same words before this step.
+    // Values that have the same words so far.
     struct TRange
     {
-        std::size_t Begin, End, Step;
+        std::size_t Begin, End;
     };
 
-    void sortRange()
+    void sortBy(std::size_t step)
     {
-        const auto [first, last, step] = m_open.back();
-        m_open.pop_back();
+        const auto ranges = std::exchange(m_open, {});
+        // Apart from the sorting, so that the processor waits for many words at a time.
+        for (const auto &range : ranges)
+            for (auto i = range.Begin; i < range.End; ++i)
+                m_entries[i].Word = m_words.Word(m_entries[i].Place, step);
+        for (const auto &range : ranges)
+            sortRange(range.Begin, range.End, step);
+    }
+
+    void sortRange(std::size_t first, std::size_t last, std::size_t step)
+    {
         std::uint64_t differing = 0;
-        for (auto i = first; i < last; ++i) {
-            m_entries[i].Word = m_words.Word(m_entries[i].Place, step);
+        for (auto i = first; i < last; ++i)
             differing |= m_entries[i].Word ^ m_entries[first].Word;
-        }
         if (differing != 0)
             sortByWord(&m_entries[first], last - first, differing, &m_scratch[first]);
         for (auto begin = first; begin < last;) {
@@ -258,7 +265,7 @@ private:
                 ++end;
             m_isFirst[begin] = true;
             if (end - begin > 1 && Words::GoesOn(word, step))
-                m_open.push_back({begin, end, step + 1});
+                m_open.push_back({begin, end});
             begin = end;
         }
     }

@@ -131,9 +131,10 @@ std::unique_ptr<TTaskItem> TTaskScheduler::makeItem(const QString &fileName)
 
 void TTaskScheduler::addItem(const QString &fileName)
 {
+    static const auto asking = QMetaMethod::fromSignal(&TTaskScheduler::OnBeforeTaskAdded);
     TEntry entry{fileName, nullptr};
     bool canAdd = true;
-    if (isSignalConnected(QMetaMethod::fromSignal(&TTaskScheduler::OnBeforeTaskAdded))) {
+    if (isSignalConnected(asking)) {
         entry.Item = makeItem(fileName);
         emit OnBeforeTaskAdded(this, entry.Item.get(), canAdd);
     }

@@ -101,5 +101,9 @@ TEST(Database, OfAServerHoldsTheWholeShop)
     EXPECT_FALSE(GoRoundLists(window, database).isEmpty());
     for (auto *page : window.Pages())
         window.ShowPage(page);
+    EXPECT_THROW(database.Connection().Execute(
+                     u"insert into descr_article values (9999, 0, '3a', 'Écrin', 'Écrin', 'E'), "
+                     "(9998, 0, '3A', 'Écrin', 'Écrin', 'E')"_s),
+                 EDatabaseError);
     EXPECT_TRUE(told.isEmpty()) << told.join(u'\n').toStdString();
 }
