@@ -92,15 +92,15 @@ void TClientDataSet::sortBy(const TIndexDef &def, const QString &indexName, cons
     leaveRecord();
     auto fields = sortFieldsOf(def);
     const bool isSorted = !fields.empty() || !m_sortFields.empty();
-    auto sorted = isSorted ? m_rowOrder->Sorted(rows(), order(), fields) : TRowNumbers();
+    const auto current = currentRow();
+    if (isSorted)
+        m_rowOrder->Sort(rows(), order(), fields);
     // Receivers of what follows may ask for the index.
     m_indexName = indexName;
     m_indexFieldNames = indexFieldNames;
     if (!isSorted)
         return;
-    const auto current = currentRow();
     m_sortFields = std::move(fields);
-    order() = std::move(sorted);
     orderChanged(current);
 }
 

@@ -2,22 +2,26 @@
 
 #include <algorithm>
 #include <iterator>
+#include <numeric>
+#include <utility>
 
 namespace Zelmar01 {
 
 namespace {
 
-TRowNumbers asTheyCame(std::size_t count, const TRowNumbers &shown)
+void sortAsTheyCame(std::size_t count, TRowNumbers &shown)
 {
+    if (shown.size() == count) {
+        std::iota(shown.begin(), shown.end(), 0U);
+        return;
+    }
     std::vector<bool> isShown(count);
     for (const auto row : shown)
         isShown[row] = true;
-    TRowNumbers sorted;
-    sorted.reserve(shown.size());
+    auto to = shown.begin();
     for (std::uint32_t row = 0; row < count; ++row)
         if (isShown[row])
-            sorted.push_back(row);
-    return sorted;
+            *to++ = row;
 }
 
 } // namespace
@@ -67,31 +71,49 @@ void TRowOrder::rank(const TRows &rows, const TSortFields &fields)
     }
 }
 
-// All rows that have ranks.
-TRowNumbers TRowOrder::byRanks(const TSortFields &fields) const
+// All rows that have ranks. `sorted` has room for them.
+void TRowOrder::sortByRanks(const TSortFields &fields, TRowNumbers &sorted) const
 {
-    const auto &last = fields.back();
-    const auto &ranks = find(last.Field)->For(last);
-    TRowNumbers sorted;
-    const auto *rows = &ranks.Rows;
-    if (last.Descending)
-        rows = &(sorted = ranks.Descending());
-    for (auto field = fields.rbegin() + 1; field != fields.rend(); ++field)
-        rows = &(sorted = find(field->Field)->For(*field).Sorted(*rows, field->Descending));
-    if (rows == &sorted)
-        return sorted;
-    return *rows;
+    const auto ranksOf = [this](const TSortField &field) -> const TRanks & {
+        return find(field.Field)->For(field);
+    };
+    // Nothing is left to the fields behind one whose values are all different.
+    auto field = std::find_if(fields.begin(), fields.end() - 1,
+                              [&](const TSortField &each) { return ranksOf(each).IsUnique(); });
+    const auto &last = ranksOf(*field);
+    if (field == fields.begin()) {
+        auto to = sorted.begin();
+        last.ForAll(field->Descending, [&to](std::uint32_t row) { *to++ = row; });
+        return;
+    }
+    const bool descending = field->Descending;
+    --field;
+    last.ForAll(descending, TRowPlacing(ranksOf(*field), field->Descending, sorted));
+    while (field != fields.begin()) {
+        --field;
+        const auto from = std::exchange(sorted, TRowNumbers(sorted.size()));
+        std::for_each(from.begin(), from.end(), TRowPlacing(ranksOf(*field), field->Descending, sorted));
+    }
 }
 
-TRowNumbers TRowOrder::Sorted(const TRows &rows, const TRowNumbers &shown, const TSortFields &fields)
+void TRowOrder::Sort(const TRows &rows, TRowNumbers &shown, const TSortFields &fields)
 {
-    if (fields.empty())
-        return asTheyCame(rows.Count(), shown);
+    if (fields.empty()) {
+        sortAsTheyCame(rows.Count(), shown);
+        return;
+    }
     rank(rows, fields);
-    auto sorted = byRanks(fields);
-    if (shown.size() == sorted.size() && m_changed.empty() && m_ranked == rows.Count())
-        return sorted;
+    if (shown.size() == m_ranked && m_changed.empty() && m_ranked == rows.Count())
+        sortByRanks(fields, shown);
+    else
+        sortWithStrayed(rows, shown, fields);
+}
 
+// Some rows were deleted, or have no ranks that tell something.
+void TRowOrder::sortWithStrayed(const TRows &rows, TRowNumbers &shown, const TSortFields &fields) const
+{
+    TRowNumbers sorted(m_ranked);
+    sortByRanks(fields, sorted);
     enum TKind : char { Gone, Ranked, Strayed };
     std::vector<TKind> kinds(rows.Count(), Gone);
     for (const auto row : shown)
@@ -116,7 +138,7 @@ TRowNumbers TRowOrder::Sorted(const TRows &rows, const TRowNumbers &shown, const
         from = to;
     }
     whole.insert(whole.end(), from, sorted.cend());
-    return whole;
+    shown = std::move(whole);
 }
 
 void TRowOrder::RowChanges(std::size_t row)

@@ -21,15 +21,15 @@ bool IsBefore(const TRows &rows, const TSortFields &fields, std::size_t a, std::
 
 /// Sorts the rows of a dataset.
 ///
-/// It keeps the ranks of the fields that were sorted by last, texts with and without letter case: 8 bytes a
-/// row, 16 for texts. So another direction, letter case or sequence of these fields only has to put row
-/// numbers into place. Rows that were changed or added meanwhile are compared by their values, as long as
+/// It keeps the ranks of the fields that were sorted by last, texts with and without letter case: up to 12
+/// bytes a row, 24 for texts. So another direction, letter case or sequence of these fields only has to put
+/// row numbers into place. Rows that were changed or added meanwhile are compared by their values, as long as
 /// they are few.
 class TRowOrder
 {
 public:
-    /// The rows in the order of these fields, without any in the order in which they came.
-    TRowNumbers Sorted(const TRows &rows, const TRowNumbers &shown, const TSortFields &fields);
+    /// Brings the shown rows into the order of these fields, without any into the order in which they came.
+    void Sort(const TRows &rows, TRowNumbers &shown, const TSortFields &fields);
 
     /// A row is about to get other values.
     void RowChanges(std::size_t row);
@@ -44,7 +44,8 @@ private:
         const TRanks &For(const TSortField &field) const;
     };
 
-    TRowNumbers byRanks(const TSortFields &fields) const;
+    void sortByRanks(const TSortFields &fields, TRowNumbers &sorted) const;
+    void sortWithStrayed(const TRows &rows, TRowNumbers &shown, const TSortFields &fields) const;
     void rank(const TRows &rows, const TSortFields &fields);
     bool isWorthKeeping(std::size_t strayed) const { return strayed <= m_ranked / 16; }
     const TKept *find(std::size_t field) const;

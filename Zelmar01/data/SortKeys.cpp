@@ -5,7 +5,10 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <limits>
+#include <memory>
 #include <numeric>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 
@@ -13,7 +16,7 @@ namespace Zelmar01 {
 
 namespace {
 
-// Every value becomes a sequence of words whose order is that of the values. Most have one.
+// Every value becomes a sequence of words, or of bytes, whose order is that of the values.
 
 std::uint64_t wordOf(qint64 number)
 {
@@ -93,272 +96,234 @@ void appendBytes(std::string &bytes, const QByteArray &value, Qt::CaseSensitivit
     bytes.append(value.constData(), static_cast<std::size_t>(value.size()));
 }
 
-// Sources of words, over some rows of a column: the word of the value at a place in their list, and whether
-// values that have this word in common go on behind it.
-
-class TSingleWords
+void appendBytes(std::string &bytes, const TDecimal &value, Qt::CaseSensitivity)
 {
-public:
-    template<class T>
-    TSingleWords(const std::vector<T> &values, const TRowNumbers &rows, Qt::CaseSensitivity)
-    {
-        m_words.reserve(rows.size());
-        for (const auto row : rows)
-            m_words.push_back(wordOf(values[row]));
-    }
-    std::uint64_t Word(std::size_t place, std::size_t) const { return m_words[place]; }
-    static bool GoesOn(std::uint64_t, std::size_t) { return false; }
+    const quint64 words[] = {qToBigEndian(wordOf(value.Whole())), qToBigEndian(wordOf(value.Fraction()))};
+    bytes.append(reinterpret_cast<const char *>(words), sizeof words);
+}
 
-private:
-    std::vector<std::uint64_t> m_words;
-};
+template<class T>
+constexpr bool hasBytes =
+    std::is_same_v<T, QString> || std::is_same_v<T, QByteArray> || std::is_same_v<T, TDecimal>;
 
-// What stands before the decimal point, then what stands behind it.
-class TDecimalWords
-{
-public:
-    TDecimalWords(const std::vector<TDecimal> &values, const TRowNumbers &rows, Qt::CaseSensitivity)
-        : m_values(values), m_rows(rows)
-    {
-    }
-    std::uint64_t Word(std::size_t place, std::size_t step) const
-    {
-        const auto &value = m_values[m_rows[place]];
-        return wordOf(step == 0 ? value.Whole() : value.Fraction());
-    }
-    static bool GoesOn(std::uint64_t, std::size_t step) { return step == 0; }
-
-private:
-    const std::vector<TDecimal> &m_values;
-    const TRowNumbers &m_rows;
-};
-
-// Seven bytes a word, and in the last byte how many of them there are: 8 when others follow.
-class TByteWords
-{
-public:
-    template<class Values>
-    TByteWords(const Values &values, const TRowNumbers &rows, Qt::CaseSensitivity sensitivity)
-    {
-        std::size_t size = 0;
-        for (const auto row : rows)
-            size += static_cast<std::size_t>(values[static_cast<typename Values::size_type>(row)].size());
-        m_bytes.reserve(size + size / 8);
-        m_begins.reserve(rows.size() + 1);
-        for (const auto row : rows) {
-            m_begins.push_back(m_bytes.size());
-            appendBytes(m_bytes, values[static_cast<typename Values::size_type>(row)], sensitivity);
-        }
-        m_begins.push_back(m_bytes.size());
-        m_bytes.append(8, '\0'); // a word can be read anywhere
-    }
-
-    std::uint64_t Word(std::size_t place, std::size_t step) const
-    {
-        const auto begin = m_begins[place] + 7 * step;
-        const auto left = std::min<std::size_t>(m_begins[place + 1] - begin, 8);
-        const auto word = qFromBigEndian<quint64>(m_bytes.data() + begin);
-        const auto unused = 8 * (8 - std::min<std::size_t>(left, 7));
-        return (unused < 64 ? word >> unused << unused : 0) | left;
-    }
-    static bool GoesOn(std::uint64_t word, std::size_t) { return (word & 0xFF) == 8; }
-
-private:
-    std::string m_bytes;
-    std::vector<std::size_t> m_begins;
-};
-
-template<class Values>
-using TWordsOf = std::conditional_t<
-    std::is_same_v<Values, QStringList> || std::is_same_v<Values, std::vector<QByteArray>>, TByteWords,
-    std::conditional_t<std::is_same_v<Values, std::vector<TDecimal>>, TDecimalWords, TSingleWords>>;
-
+// A row, and a word of its value.
 struct TEntry
 {
     std::uint64_t Word;
-    std::uint32_t Place;
+    std::uint32_t Row;
+    std::uint32_t Next; // where the word behind it is
+
+    friend bool operator<(const TEntry &a, const TEntry &b)
+    {
+        return a.Word != b.Word ? a.Word < b.Word : a.Row < b.Row;
+    }
 };
 
-// Sorts by words: a byte at a time from the last one, leaving out those that are the same in all. `differing`
-// has the bits that are not; `scratch` the room of `entries`.
-void sortByWord(TEntry *entries, std::size_t count, std::uint64_t differing, TEntry *scratch)
+// Sorts entries that are in the order of their rows: distributes them by the first eight bits that are not
+// the same in all, then sorts each lot, which soon is near at hand. `scratch` has room for all.
+void sortEntries(TEntry *entries, std::size_t count, TEntry *scratch)
 {
-    if (count < 512) {
-        std::sort(entries, entries + count, [](const TEntry &a, const TEntry &b) { return a.Word < b.Word; });
+    std::uint64_t differing = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        differing |= entries[i].Word ^ entries[0].Word;
+    if (differing == 0)
+        return;
+    if (count < 64) {
+        std::sort(entries, entries + count);
         return;
     }
-    auto *from = entries, *to = scratch;
-    for (unsigned shift = 0; shift < 64; shift += 8) {
-        if ((differing >> shift & 0xFF) == 0)
-            continue;
-        std::array<std::uint32_t, 256> places{};
-        for (std::size_t i = 0; i < count; ++i)
-            ++places[from[i].Word >> shift & 0xFF];
-        std::uint32_t place = 0;
-        for (auto &next : places)
-            place += std::exchange(next, place);
-        for (std::size_t i = 0; i < count; ++i)
-            to[places[from[i].Word >> shift & 0xFF]++] = from[i];
-        std::swap(from, to);
-    }
-    if (from != entries)
-        std::copy(from, from + count, entries);
+    const auto shift = std::max(56 - std::countl_zero(differing), 0);
+    const auto lotOf = [shift](const TEntry &entry) { return entry.Word >> shift & 0xFF; };
+    std::array<std::uint32_t, 257> begins{};
+    for (std::size_t i = 0; i < count; ++i)
+        ++begins[lotOf(entries[i]) + 1];
+    std::partial_sum(begins.begin(), begins.end(), begins.begin());
+    auto places = begins;
+    for (std::size_t i = 0; i < count; ++i)
+        scratch[places[lotOf(entries[i])]++] = entries[i];
+    std::copy(scratch, scratch + count, entries);
+    if (shift > 0)
+        for (std::size_t lot = 0; lot < 256; ++lot)
+            sortEntries(entries + begins[lot], begins[lot + 1] - begins[lot], scratch);
 }
 
-// Sorts values by their first words, then what is equal by the second ones, and so on.
-template<class Words>
+// Sorts rows by the first words of their values, then what is equal by the second ones, and so on. An entry
+// has at hand what the next step needs: with very many rows, each look elsewhere into memory counts.
 class TRanking
 {
 public:
-    TRanking(const Words &words, std::size_t count)
-        : m_words(words), m_entries(count), m_scratch(count), m_isFirst(count)
+    template<class Values>
+    TRanking(const Values &values, const TRowNumbers &rows, Qt::CaseSensitivity sensitivity)
+        : m_isFirst(rows.size()), m_scratch(std::make_unique_for_overwrite<TEntry[]>(rows.size()))
     {
-        for (std::size_t place = 0; place < count; ++place)
-            m_entries[place].Place = static_cast<std::uint32_t>(place);
-        if (count > 0)
-            m_open.push_back({0, count});
-        for (std::size_t step = 0; !m_open.empty(); ++step)
-            sortBy(step);
+        m_entries.reserve(rows.size());
+        if constexpr (hasBytes<typename Values::value_type>) {
+            m_words.reserve(expectedWords(values, rows));
+            std::string bytes;
+            for (const auto row : rows) {
+                bytes.clear();
+                appendBytes(bytes, values[static_cast<typename Values::size_type>(row)], sensitivity);
+                add(row, bytes);
+            }
+            if (m_words.size() > std::numeric_limits<std::uint32_t>::max())
+                throw std::length_error("too many values to sort");
+        } else {
+            for (const auto row : rows)
+                m_entries.push_back({wordOf(values[row]), row, 0});
+        }
+        sortRange({0, m_entries.size()});
+        while (!m_open.empty())
+            sortByNextWords();
     }
 
-    // Calls `take(place, rank)` for all values, in their order; ranks are from 1. Returns how many there are.
+    // Calls `take(row, isOther)` for all rows by their values, those of one value by their numbers. `isOther`
+    // tells that the value is not the one before.
     template<class Take>
-    std::uint32_t ForAll(Take take) const
+    void ForAll(Take take) const
     {
-        std::uint32_t rank = 0;
-        for (std::size_t i = 0; i < m_entries.size(); ++i) {
-            rank += m_isFirst[i];
-            take(m_entries[i].Place, rank);
-        }
-        return rank;
+        for (std::size_t i = 0; i < m_entries.size(); ++i)
+            take(m_entries[i].Row, bool(m_isFirst[i]));
     }
 
 private:
-    // Values that have the same words so far.
+    // Rows whose values have the same words so far.
     struct TRange
     {
         std::size_t Begin, End;
     };
 
-    void sortBy(std::size_t step)
+    template<class Values>
+    static std::size_t expectedWords(const Values &values, const TRowNumbers &rows)
+    {
+        if constexpr (std::is_same_v<typename Values::value_type, TDecimal>)
+            return 2 * rows.size();
+        else
+            return std::accumulate(rows.begin(), rows.end(), std::size_t(0), [&](std::size_t sum, auto row) {
+                return sum + static_cast<std::size_t>(values[row].size()) / 6;
+            });
+    }
+
+    // Seven bytes a word, and in the last byte how many of them there are: 8 when others follow.
+    void add(std::uint32_t row, std::string &bytes)
+    {
+        const auto size = bytes.size();
+        bytes.append(8, '\0');
+        const auto wordAt = [&](std::size_t begin) {
+            const auto word = qFromBigEndian<quint64>(bytes.data() + begin);
+            return (word & ~std::uint64_t(0xFF)) | std::min<std::size_t>(size - begin, 8);
+        };
+        m_entries.push_back({wordAt(0), row, static_cast<std::uint32_t>(m_words.size())});
+        for (std::size_t begin = 7; begin < size; begin += 7)
+            m_words.push_back(wordAt(begin));
+    }
+
+    // Without m_words all of a value is in its first one.
+    bool goesOn(std::uint64_t word) const { return !m_words.empty() && (word & 0xFF) == 8; }
+
+    void sortByNextWords()
     {
         const auto ranges = std::exchange(m_open, {});
         // Apart from the sorting, so that the processor waits for many words at a time.
+        for (const auto &[begin, end] : ranges)
+            for (auto i = begin; i < end; ++i)
+                m_entries[i].Word = m_words[m_entries[i].Next++];
         for (const auto &range : ranges)
-            for (auto i = range.Begin; i < range.End; ++i)
-                m_entries[i].Word = m_words.Word(m_entries[i].Place, step);
-        for (const auto &range : ranges)
-            sortRange(range.Begin, range.End, step);
+            sortRange(range);
     }
 
-    void sortRange(std::size_t first, std::size_t last, std::size_t step)
+    void sortRange(const TRange &range)
     {
-        std::uint64_t differing = 0;
-        for (auto i = first; i < last; ++i)
-            differing |= m_entries[i].Word ^ m_entries[first].Word;
-        if (differing != 0)
-            sortByWord(&m_entries[first], last - first, differing, &m_scratch[first]);
-        for (auto begin = first; begin < last;) {
+        sortEntries(m_entries.data() + range.Begin, range.End - range.Begin, m_scratch.get());
+        for (auto begin = range.Begin; begin < range.End;) {
             const auto word = m_entries[begin].Word;
             auto end = begin + 1;
-            while (end < last && m_entries[end].Word == word)
+            while (end < range.End && m_entries[end].Word == word)
                 ++end;
             m_isFirst[begin] = true;
-            if (end - begin > 1 && Words::GoesOn(word, step))
+            if (end - begin > 1 && goesOn(word))
                 m_open.push_back({begin, end});
             begin = end;
         }
     }
 
-    const Words &m_words;
-    std::vector<TEntry> m_entries, m_scratch;
-    std::vector<bool> m_isFirst; // the entries whose value is not that of the one before
+    std::vector<TEntry> m_entries;
+    std::vector<std::uint64_t> m_words; // all but the first ones
+    std::vector<bool> m_isFirst;        // the entries whose value is not that of the one before
     std::vector<TRange> m_open;
+    std::unique_ptr<TEntry[]> m_scratch;
 };
 
-TRowNumbers numbersTo(std::size_t count)
+TRanking rankingOf(const TColumn &column, const TRowNumbers &rows, Qt::CaseSensitivity sensitivity)
 {
-    TRowNumbers numbers(count);
-    std::iota(numbers.begin(), numbers.end(), 0U);
-    return numbers;
+    return column.Visit([&](const auto &values) { return TRanking(values, rows, sensitivity); });
 }
 
-template<class Take>
-std::uint32_t rankRows(const TColumn &column, const TRowNumbers &rows, Qt::CaseSensitivity sensitivity,
-                       Take take)
+TRanks ranksOf(const TColumn &column, Qt::CaseSensitivity sensitivity)
 {
-    return column.Visit([&](const auto &values) {
-        const TWordsOf<std::decay_t<decltype(values)>> words(values, rows, sensitivity);
-        return TRanking(words, rows.size()).ForAll(take);
+    TRanks ranks;
+    ranks.Rows.reserve(column.Count());
+    TRowNumbers rows;
+    rows.reserve(column.Count());
+    for (std::uint32_t row = 0; row < column.Count(); ++row)
+        (column.IsNull(row) ? ranks.Rows : rows).push_back(row);
+    ranks.Begins.push_back(0);
+    ranks.OfRow.resize(column.Count());
+    rankingOf(column, rows, sensitivity).ForAll([&](std::uint32_t row, bool isOther) {
+        if (isOther)
+            ranks.Begins.push_back(static_cast<std::uint32_t>(ranks.Rows.size()));
+        ranks.OfRow[row] = static_cast<std::uint32_t>(ranks.Count());
+        ranks.Rows.push_back(row);
     });
+    ranks.Begins.push_back(static_cast<std::uint32_t>(ranks.Rows.size()));
+    return ranks;
 }
 
 } // namespace
 
-TRowNumbers TRanks::Descending() const
+TRowPlacing::TRowPlacing(const TRanks &ranks, bool descending, TRowNumbers &sorted)
+    : m_ranks(ranks.OfRow), m_next(ranks.Begins.cbegin(), ranks.Begins.cend() - 1), m_sorted(sorted)
 {
-    TRowNumbers sorted;
-    sorted.reserve(Rows.size());
-    for (auto end = Rows.cend(); end != Rows.cbegin();) {
-        auto begin = end - 1;
-        while (begin != Rows.cbegin() && OfRow[*(begin - 1)] == OfRow[*begin])
-            --begin;
-        sorted.insert(sorted.end(), begin, end);
-        end = begin;
-    }
-    return sorted;
-}
-
-TRowNumbers TRanks::Sorted(const TRowNumbers &rows, bool descending) const
-{
-    const auto keyOf = [=, this](std::uint32_t row) {
-        return descending ? Highest - OfRow[row] : OfRow[row];
-    };
-    std::vector<std::uint32_t> places(std::size_t(Highest) + 2);
-    for (const auto row : rows)
-        ++places[keyOf(row) + 1];
-    std::partial_sum(places.begin(), places.end(), places.begin());
-    TRowNumbers sorted(rows.size());
-    for (const auto row : rows)
-        sorted[places[keyOf(row)]++] = row;
-    return sorted;
+    if (descending)
+        for (std::size_t rank = 0; rank < m_next.size(); ++rank)
+            m_next[rank] = ranks.Begins.back() - ranks.Begins[rank + 1];
 }
 
 TRanks RanksOf(const TColumn &column)
 {
-    TRowNumbers rows;
-    for (std::size_t row = 0; row < column.Count(); ++row)
-        if (!column.IsNull(row))
-            rows.push_back(static_cast<std::uint32_t>(row));
-    TRanks ranks;
-    ranks.OfRow.resize(column.Count());
-    ranks.Highest = rankRows(column, rows, Qt::CaseSensitive, [&](std::uint32_t place, std::uint32_t rank) {
-        ranks.OfRow[rows[place]] = rank;
-    });
-    ranks.Rows = ranks.Sorted(numbersTo(column.Count()), false);
-    return ranks;
+    return ranksOf(column, Qt::CaseSensitive);
 }
 
 TRanks FoldedRanksOf(const TColumn &texts, const TRanks &plain)
 {
+    if (plain.Count() > plain.Rows.size() / 2) // there is little to be saved
+        return ranksOf(texts, Qt::CaseInsensitive);
     // One row for each of the different texts.
     TRowNumbers rows;
-    std::vector<bool> isThere(std::size_t(plain.Highest) + 1);
+    std::vector<bool> isThere(plain.Count());
     isThere[0] = true;
-    for (std::size_t row = 0; row < plain.OfRow.size(); ++row)
+    for (std::uint32_t row = 0; row < plain.OfRow.size(); ++row)
         if (const auto rank = plain.OfRow[row]; !isThere[rank]) {
             isThere[rank] = true;
-            rows.push_back(static_cast<std::uint32_t>(row));
+            rows.push_back(row);
         }
-    std::vector<std::uint32_t> foldedOf(std::size_t(plain.Highest) + 1);
     TRanks ranks;
-    ranks.Highest = rankRows(texts, rows, Qt::CaseInsensitive, [&](std::uint32_t place, std::uint32_t rank) {
-        foldedOf[plain.OfRow[rows[place]]] = rank;
+    std::vector<std::uint32_t> foldedOf(plain.Count());
+    std::uint32_t rank = 0;
+    rankingOf(texts, rows, Qt::CaseInsensitive).ForAll([&](std::uint32_t row, bool isOther) {
+        rank += isOther;
+        foldedOf[plain.OfRow[row]] = rank;
     });
     ranks.OfRow.reserve(plain.OfRow.size());
-    for (const auto rank : plain.OfRow)
-        ranks.OfRow.push_back(foldedOf[rank]);
-    ranks.Rows = ranks.Sorted(numbersTo(texts.Count()), false);
+    ranks.Begins.resize(std::size_t(rank) + 2);
+    for (const auto plainRank : plain.OfRow) {
+        ranks.OfRow.push_back(foldedOf[plainRank]);
+        ++ranks.Begins[ranks.OfRow.back() + 1];
+    }
+    std::partial_sum(ranks.Begins.begin(), ranks.Begins.end(), ranks.Begins.begin());
+    ranks.Rows.resize(plain.Rows.size());
+    TRowPlacing place(ranks, false, ranks.Rows);
+    for (std::uint32_t row = 0; row < ranks.Rows.size(); ++row)
+        place(row);
     return ranks;
 }
 
@@ -371,13 +336,11 @@ std::strong_ordering CompareRows(const TColumn &column, std::size_t a, std::size
         using TValues = std::decay_t<decltype(values)>;
         const auto &valueA = values[static_cast<typename TValues::size_type>(a)];
         const auto &valueB = values[static_cast<typename TValues::size_type>(b)];
-        if constexpr (std::is_same_v<TWordsOf<TValues>, TByteWords>) {
+        if constexpr (hasBytes<typename TValues::value_type>) {
             std::string bytesA, bytesB;
             appendBytes(bytesA, valueA, sensitivity);
             appendBytes(bytesB, valueB, sensitivity);
             return bytesA <=> bytesB;
-        } else if constexpr (std::is_same_v<TWordsOf<TValues>, TDecimalWords>) {
-            return valueA <=> valueB;
         } else {
             return wordOf(valueA) <=> wordOf(valueB);
         }

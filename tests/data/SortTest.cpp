@@ -239,9 +239,26 @@ TEST(Sort, ordersAsSqliteDoes)
           indexOn("SOLD;LABEL", ixDescending, "SOLD"), indexOn("NUMBER;WEIGHT", ixDescending, "WEIGHT"),
           indexOn("WEIGHT;NUMBER"), indexOn("DAY;HOUR", ixDescending, "DAY"),
           indexOn("MOMENT;SOLD", ixDescending), indexOn("PICTURE;DAY", ixDescending, "PICTURE"),
-          indexOn("SOLD;HOUR;LABEL;PRICE", ixCaseInsensitive | ixDescending, "LABEL"), indexOn("")}) {
+          indexOn("SOLD;HOUR;LABEL;PRICE", ixCaseInsensitive | ixDescending, "LABEL"),
+          indexOn("ID;LABEL", ixDescending, "ID"), indexOn("LABEL;ID;PRICE", ixDescending, "ID"),
+          indexOn("")}) {
         sort(tables.Rows(), index);
         EXPECT_EQ(tables.Ids(), tables.IdsInOrderOf(index)) << say(index);
+    }
+}
+
+// Among few rows there are fields whose values are all different, nulls apart.
+TEST(Sort, ordersFewRows)
+{
+    TTwoTables tables;
+    for (int row = 0; row < 30; ++row) {
+        tables.Insert();
+        for (const auto &index : {indexOn("LABEL;ID", ixDescending, "ID"), indexOn("PRICE;ID", ixDescending),
+                                  indexOn("WEIGHT;NUMBER;LABEL", ixDescending, "NUMBER"),
+                                  indexOn("NUMBER;LABEL;ID", ixDescending, "ID")}) {
+            sort(tables.Rows(), index);
+            EXPECT_EQ(tables.Ids(), tables.IdsInOrderOf(index)) << say(index) << ' ' << row;
+        }
     }
 }
 

@@ -90,9 +90,12 @@ TEST_F(DBComboBoxEditFk, pickingAnEntryEditsTheRecord)
     m_shop.Articles.Close();
     m_shop.Articles.Open();
     EXPECT_EQ(stored(), text("10")) << "not in the database";
-    // The same entry once more changes nothing.
+    // The same entry once more changes nothing, and Escape in the list chooses nothing.
     m_box.showPopup();
     QTest::keyClick(m_box.view(), Qt::Key_Return);
+    m_box.showPopup();
+    QTest::keyClick(m_box.view(), Qt::Key_Home);
+    QTest::keyClick(m_box.view(), Qt::Key_Escape);
     EXPECT_EQ(m_shop.Articles.State(), dsBrowse);
     EXPECT_EQ(m_changes.count(), 2);
 }
@@ -136,10 +139,7 @@ TEST_F(DBComboBoxEditFk, aTextWithoutAnEntryKeepsTheFocus)
     QTest::keyClick(&m_box, Qt::Key_Return);
     EXPECT_EQ(m_told.Take().size(), 1);
     EXPECT_THROW(m_shop.Articles.Next(), EDatabaseError);
-    EXPECT_EQ(m_shop.Articles.RecNo(), 1);
-    EXPECT_TRUE(m_told.Take().isEmpty()) << "told by who asked";
     QTest::keyClick(&m_box, Qt::Key_Escape);
-    EXPECT_EQ(shown(), text("OR"));
     m_other.setFocus();
     EXPECT_TRUE(m_other.hasFocus());
     EXPECT_TRUE(m_told.Take().isEmpty());
@@ -167,9 +167,6 @@ TEST_F(DBComboBoxEditFk, escapeAndCancelGiveTheRecordsKeyBack)
 {
     QTest::keyClick(&m_box, Qt::Key_Down);
     QTest::keyClick(&m_box, Qt::Key_Escape);
-    EXPECT_EQ(stored() + shown(), text("3OR"));
-    QTest::keyClick(&m_box, Qt::Key_Down);
-    m_shop.Articles.Cancel();
     EXPECT_EQ(stored() + shown(), text("3OR"));
     type("arg");
     m_shop.Articles.Cancel();
@@ -209,9 +206,6 @@ TEST_F(DBComboBoxEditFk, whatMustNotBeChangedIsNot)
     tryAll();
     EXPECT_THROW(m_box.SelectionnerCle(text("8")), EDatabaseError);
     m_box.setReadOnly(false);
-    m_data.setAutoEdit(false);
-    tryAll();
-    m_data.setAutoEdit(true);
     m_other.setFocus();
     wheel(); // a wheel that scrolls the form
     EXPECT_EQ(stored(), text("3"));
@@ -234,14 +228,6 @@ TEST_F(DBComboBoxEditFk, aFreshListKeepsTheChoiceAndWhatIsBeingTyped)
     TypeKeys(m_box, text("er"));
     QTest::keyClick(&m_box, Qt::Key_Tab);
     EXPECT_EQ(stored(), text("1"));
-    // An entry posted in the list's own dataset can be typed at once.
-    m_shop.Metals.Append();
-    m_shop.Metals.Fields()[0].setAsInteger(20);
-    m_shop.Metals.Fields()[1].setAsString(text("Titane"));
-    m_shop.Metals.Post();
-    type("titane");
-    QTest::keyClick(&m_box, Qt::Key_Tab);
-    EXPECT_EQ(stored(), text("20"));
     EXPECT_TRUE(m_told.Take().isEmpty());
 }
 

@@ -301,16 +301,6 @@ TEST_P(GridEdit, theEditorClosesWithTheGrid)
     EXPECT_TRUE(m_other.hasFocus());
     EXPECT_EQ(value("NOM"), "ê");
     EXPECT_EQ(rows().State(), dsEdit);
-    rows().Cancel();
-    m_grid.setDataSource(nullptr);
-    m_grid.setFocus();
-    m_grid.setOptions(m_grid.Options() | dgMultiSelect);
-    for (const auto &[pressed, modifiers] : {std::pair(Qt::Key_Space, Qt::ControlModifier),
-                                             {Qt::Key_Delete, Qt::ControlModifier},
-                                             {Qt::Key_Tab, Qt::NoModifier},
-                                             {Qt::Key_F2, Qt::NoModifier},
-                                             {Qt::Key_A, Qt::ControlModifier}})
-        key(pressed, modifiers); // on nothing
 }
 
 // A row that moves to another place when it is posted does not lead a click astray.

@@ -222,6 +222,7 @@ TEST_F(Grid, columnsComeFromLines)
     EXPECT_EQ(m_grid.Columns().Count(), 5) << "the dataset's fields";
     EXPECT_TRUE(m_grid.property("Columns").toStringList().isEmpty());
     EXPECT_THROW(m_grid.Columns()[5], EInvalidOperation);
+    EXPECT_THROW(m_grid.ColumnByFieldName(text("PRI")), EInvalidOperation);
 
     m_grid.setDataSource(nullptr);
     EXPECT_EQ(m_grid.Columns().Count(), 0);
@@ -266,8 +267,6 @@ TEST_F(Grid, assistiveTechnologiesReadAndMoveIt)
     ASSERT_TRUE(interface && interface->tableInterface());
     EXPECT_EQ(interface->role(), QAccessible::Table);
     auto *table = interface->tableInterface();
-    EXPECT_EQ(table->rowCount(), 4);
-    EXPECT_EQ(table->columnDescription(1), text("NOM"));
     auto *cell = table->cellAt(1, 1);
     ASSERT_TRUE(cell);
     EXPECT_EQ(cell->text(QAccessible::Name), text("Étui"));
