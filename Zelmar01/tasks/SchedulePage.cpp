@@ -14,6 +14,8 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace Zelmar01 {
@@ -129,11 +131,13 @@ void TSchedulePage::TakeSettings(TTaskSettings &settings) const
     const int row = currentRow();
     // What was there before may be as senseless as it likes, as long as nobody touches it. A refused trigger
     // stays chosen.
-    for (std::size_t i = 0; i < m_triggers.size(); ++i)
-        if (i >= m_saved.size() || !SameTrigger(m_triggers[i], m_saved[i])) {
+    for (std::size_t i = 0; i < m_triggers.size(); ++i) {
+        const auto isThis = [&](const auto &saved) { return SameTrigger(saved, m_triggers[i]); };
+        if (std::ranges::none_of(m_saved, isThis)) {
             m_list->setCurrentRow(static_cast<int>(i));
             m_editor->Check();
         }
+    }
     m_list->setCurrentRow(row);
     settings.Triggers = m_triggers;
 }

@@ -158,8 +158,8 @@ void TSettingsPage::fill(const TTaskSettings &settings)
 {
     for (const auto &flag : m_flags)
         flag.Box->setChecked(settings.Flags & flag.Flag);
-    // The two largest values mean no limit.
-    const bool limited = settings.MaxRunTime < UnlimitedRunTime - 1;
+    // Nothing and the two largest values mean no limit.
+    const bool limited = settings.MaxRunTime > 0 && settings.MaxRunTime < UnlimitedRunTime - 1;
     m_limited->setChecked(limited);
     m_limit->SetMinutes(limited ? qMax(1U, settings.MaxRunTime / millisecondsAMinute) : defaultLimit);
     m_idle->setValue(settings.IdleTime.IdleMinutes);

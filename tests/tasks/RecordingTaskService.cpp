@@ -106,24 +106,17 @@ public:
     {
         return m_service->call("SetIdleWait", std::to_string(idle) + " " + std::to_string(deadline));
     }
-    TTaskResult GetIdleWait(std::uint16_t &, std::uint16_t &) override
-    {
-        return m_service->call("GetIdleWait");
-    }
+    TTaskResult GetIdleWait(std::uint16_t &, std::uint16_t &) override { return call("GetIdleWait"); }
     TTaskResult Run() override { return m_service->call("Run"); }
     TTaskResult Terminate() override { return m_service->call("Terminate"); }
     TTaskResult EditWorkItem(std::uintptr_t parent, std::uint32_t reserved) override
     {
         return m_service->call("EditWorkItem", std::to_string(parent) + " " + std::to_string(reserved));
     }
-    TTaskResult GetMostRecentRunTime(SYSTEMTIME &) override
-    {
-        return m_service->call("GetMostRecentRunTime");
-    }
+    TTaskResult GetMostRecentRunTime(SYSTEMTIME &) override { return call("GetMostRecentRunTime"); }
     TTaskResult GetStatus(TTaskResult &status) override
     {
-        status = m_service->Status;
-        return m_service->call("GetStatus");
+        return get("GetStatus", status, m_service->Status);
     }
     TTaskResult GetExitCode(std::uint32_t &) override { return m_service->call("GetExitCode"); }
     TTaskResult SetComment(const char16_t *text) override { return set("SetComment", text); }
@@ -148,16 +141,8 @@ public:
     TTaskResult GetErrorRetryCount(std::uint16_t &) override { return TaskResult::NotImplemented; }
     TTaskResult SetErrorRetryInterval(std::uint16_t) override { return TaskResult::NotImplemented; }
     TTaskResult GetErrorRetryInterval(std::uint16_t &) override { return TaskResult::NotImplemented; }
-    TTaskResult SetFlags(std::uint32_t flags) override
-    {
-        m_service->Flags = flags;
-        return m_service->call("SetFlags", std::to_string(flags));
-    }
-    TTaskResult GetFlags(std::uint32_t &flags) override
-    {
-        flags = m_service->Flags;
-        return m_service->call("GetFlags");
-    }
+    TTaskResult SetFlags(std::uint32_t flags) override { return set("SetFlags", flags); }
+    TTaskResult GetFlags(std::uint32_t &flags) override { return get("GetFlags", flags, m_service->Flags); }
     TTaskResult SetAccountInformation(const char16_t *account, const char16_t *password) override
     {
         return m_service->call("SetAccountInformation", said(account) + " " + said(password));
@@ -173,22 +158,14 @@ public:
         return set("SetWorkingDirectory", text);
     }
     TTaskResult GetWorkingDirectory(char16_t *&text) override { return get("GetWorkingDirectory", text); }
-    TTaskResult SetPriority(std::uint32_t priority) override
-    {
-        m_service->Priority = priority;
-        return m_service->call("SetPriority", std::to_string(priority));
-    }
+    TTaskResult SetPriority(std::uint32_t priority) override { return set("SetPriority", priority); }
     TTaskResult GetPriority(std::uint32_t &priority) override
     {
-        priority = m_service->Priority;
-        return m_service->call("GetPriority");
+        return get("GetPriority", priority, m_service->Priority);
     }
     TTaskResult SetTaskFlags(std::uint32_t) override { return TaskResult::Unexpected; }
     TTaskResult GetTaskFlags(std::uint32_t &) override { return TaskResult::Unexpected; }
-    TTaskResult SetMaxRunTime(std::uint32_t milliseconds) override
-    {
-        return m_service->call("SetMaxRunTime", std::to_string(milliseconds));
-    }
+    TTaskResult SetMaxRunTime(std::uint32_t limit) override { return set("SetMaxRunTime", limit); }
     TTaskResult GetMaxRunTime(std::uint32_t &) override { return m_service->call("GetMaxRunTime"); }
 
     TTaskResult GetClassID(TGuid &) override { return TaskResult::Unexpected; }
@@ -211,10 +188,22 @@ public:
     }
 
 private:
+    TTaskResult call(const char *name) { return m_service->call(name); }
     TTaskResult set(const char *name, const char16_t *text) { return m_service->call(name, said(text)); }
+    TTaskResult set(const char *name, std::uint32_t value)
+    {
+        return m_service->call(name, std::to_string(value));
+    }
+    // A text is the name of the call.
     TTaskResult get(const char *name, char16_t *&text)
     {
         return m_service->handOut(name, Utf16FromUtf8(name), text);
+    }
+    template<class T>
+    TTaskResult get(const char *name, T &value, T known)
+    {
+        value = known;
+        return m_service->call(name);
     }
 
     TService m_service;
@@ -304,7 +293,7 @@ private:
 
 TTaskResult RecordingTaskService::call(const std::string &name, const std::string &arguments)
 {
-    Calls.push_back(arguments.empty() ? name : name + " " + arguments);
+    m_calls += (m_calls.empty() ? "" : ", ") + name + (arguments.empty() ? "" : " ") + arguments;
     const auto failure = Fails.find(name);
     return failure == Fails.end() ? TaskResult::Ok : failure->second;
 }

@@ -17,8 +17,7 @@ class RecordingTaskService : public Zelmar01::ITaskService,
 public:
     using TTaskResult = Zelmar01::TTaskResult;
 
-    std::vector<std::string> Calls;           ///< names, with the arguments that matter
-    std::map<std::string, TTaskResult> Fails; ///< by name; a success code may stand here, too
+    std::map<std::string, TTaskResult> Fails; ///< by the name of a call; a success code may stand here, too
     Zelmar01::TServiceStart Start;
     std::vector<std::u16string> Names; ///< of the jobs that Enum gives; Activate opens these alone
     std::vector<Zelmar01::TASK_TRIGGER> Triggers;
@@ -30,8 +29,8 @@ public:
     std::function<std::intptr_t()> WhileSheetIsOpen = [] { return 1; };
     Zelmar01::TTaskAllocator Blocks;
 
-    /// The calls since the last time.
-    std::vector<std::string> TakeCalls() { return std::exchange(Calls, {}); }
+    /// The calls since the last time, one behind the other: names, with the arguments that matter.
+    std::string TakeCalls() { return std::exchange(m_calls, {}); }
 
     TTaskResult call(const std::string &name, const std::string &arguments = {});
     TTaskResult handOut(const std::string &name, std::u16string_view text, char16_t *&block);
@@ -41,4 +40,7 @@ public:
     Zelmar01::ITaskAllocator &Allocator() override { return Blocks; }
     std::intptr_t ShowSheet(const Zelmar01::TPropertySheet &sheet) override;
     std::string DescribeResult(TTaskResult result) override;
+
+private:
+    std::string m_calls;
 };

@@ -33,11 +33,11 @@ struct TSheet
     QDialog *Window;
 
     template<class Widget>
-    Widget &Find(const char *name) const
+    Widget &Find(const std::string &name) const
     {
-        auto *const widget = Window->findChild<Widget *>(QString::fromUtf8(name));
+        auto *const widget = Window->findChild<Widget *>(QString::fromStdString(name));
         if (!widget)
-            throw std::runtime_error(std::string("there is no ") + name);
+            throw std::runtime_error("there is no " + name);
         return *widget;
     }
     QPushButton *Button(const QString &text) const
@@ -60,6 +60,8 @@ struct TSheet
         edit.selectAll();
         edit.insert(text);
     }
+    void Check(const std::string &box, bool on) const { Find<QCheckBox>(box).setChecked(on); }
+    void Choose(const char *list, int entry) const { Find<QComboBox>(list).setCurrentIndex(entry); }
     QStringList Tabs() const
     {
         QStringList tabs;
@@ -68,10 +70,10 @@ struct TSheet
             tabs << widget.tabText(i);
         return tabs;
     }
-    QStringList Lines(const char *list) const
+    QStringList Runs() const
     {
         QStringList lines;
-        const auto &widget = Find<QListWidget>(list);
+        const auto &widget = Find<QListWidget>("runs");
         for (int i = 0; i < widget.count(); ++i)
             lines << widget.item(i)->text();
         return lines;
@@ -91,37 +93,37 @@ const TRefusalCase refusalCases[] = {
     {[](const TSheet &sheet) { sheet.Type("program", u"  "_s); },
      "Indiquez le programme que la tâche doit exécuter.", 0},
     {[](const TSheet &sheet) {
-         sheet.Find<QCheckBox>("hasEnd").setChecked(true);
+         sheet.Check("hasEnd", true);
          sheet.Find<QDateEdit>("end").setDate({2026, 12, 31});
      },
      "Le dernier jour ne peut pas précéder le premier.", 1},
     {[](const TSheet &sheet) {
-         sheet.Find<QCheckBox>("repeat").setChecked(true);
+         sheet.Check("repeat", true);
          sheet.Find<QSpinBox>("intervalNumber").setValue(24);
      },
      "La répétition doit durer plus longtemps que son intervalle.", 1},
     {[](const TSheet &sheet) {
-         sheet.Find<QComboBox>("kind").setCurrentIndex(ttWeekly);
-         sheet.Find<QCheckBox>("weekDays5").setChecked(false); // 1 January 2027 is a Friday
+         sheet.Choose("kind", ttWeekly);
+         sheet.Check("weekDays5", false); // 1 January 2027 is a Friday
      },
      "Choisissez au moins un jour de la semaine.", 1},
     {[](const TSheet &sheet) {
-         sheet.Find<QComboBox>("kind").setCurrentIndex(ttMonthlyDate);
+         sheet.Choose("kind", ttMonthlyDate);
          for (int month = 0; month < 12; ++month)
-             sheet.Find<QCheckBox>(("dateMonths" + std::to_string(month)).c_str()).setChecked(false);
+             sheet.Check("dateMonths" + std::to_string(month), false);
      },
      "Choisissez au moins un mois.", 1},
     {[](const TSheet &sheet) {
-         sheet.Find<QComboBox>("kind").setCurrentIndex(ttMonthlyDate);
+         sheet.Choose("kind", ttMonthlyDate);
          for (int month = 0; month < 12; ++month)
-             sheet.Find<QCheckBox>(("dateMonths" + std::to_string(month)).c_str()).setChecked(month == 1);
-         sheet.Find<QCheckBox>("monthDays0").setChecked(false);
-         sheet.Find<QCheckBox>("monthDays30").setChecked(true);
+             sheet.Check("dateMonths" + std::to_string(month), month == 1);
+         sheet.Check("monthDays0", false);
+         sheet.Check("monthDays30", true);
      },
      "Aucun des mois choisis n'a ce jour : la tâche ne démarrerait jamais.", 1},
     {[](const TSheet &sheet) {
          sheet.Find<QSpinBox>("limitNumber").setValue(50);
-         sheet.Find<QComboBox>("limitUnit").setCurrentIndex(2);
+         sheet.Choose("limitUnit", 2);
      },
      "Une tâche limitée peut durer 49 jours au plus.", 2},
 };
@@ -148,16 +150,20 @@ protected:
         JobFolderTest::TearDown();
     }
 
-    /// Does the dialog's Execute() while `work` uses the sheet; a sheet that is left open is cancelled.
-    bool execute(const std::function<void(const TSheet &)> &work)
+    /// `work` uses the sheet that is shown next; one that is left open is cancelled.
+    void use(std::function<void(const TSheet &)> work)
     {
-        QTimer::singleShot(0, qApp, [&] {
+        QTimer::singleShot(0, qApp, [work = std::move(work)] {
             auto *const window = qobject_cast<QDialog *>(QApplication::activeModalWidget());
             ASSERT_NE(window, nullptr);
             EXPECT_NO_THROW(work({window}));
             if (window->isVisible())
                 window->reject();
         });
+    }
+    bool execute(std::function<void(const TSheet &)> work)
+    {
+        use(std::move(work));
         return m_dialog.Execute();
     }
 
@@ -169,6 +175,9 @@ protected:
 
 TEST_F(SheetTest, hasThePagesTheTitleAndTheButtonsThatWereAskedFor)
 {
+    m_scheduler.CreateNewItem(u"Export"_s);
+    EXPECT_FALSE(m_dialog.Execute()) << "a job that was never saved has no pages";
+    m_scheduler.Clear();
     makeJob(u"Export"_s);
     EXPECT_FALSE(execute([](const TSheet &sheet) {
         EXPECT_EQ(sheet.Tabs(), (QStringList{u"&Tâche"_s, u"&Planification"_s, u"Pa&ramètres"_s}));
@@ -188,11 +197,7 @@ TEST_F(SheetTest, hasThePagesTheTitleAndTheButtonsThatWereAskedFor)
         EXPECT_FALSE(sheet.Window->windowFlags() & Qt::WindowContextHelpButtonHint);
         sheet.Press(u"OK"_s);
     }));
-    QTimer::singleShot(0, qApp, [] {
-        auto *const window = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        EXPECT_TRUE((TSheet{window}.Button(u"Aide"_s)));
-        window->reject();
-    });
+    use([](const TSheet &sheet) { EXPECT_TRUE(sheet.Button(u"Aide"_s)); });
     m_scheduler.ActivateTask(u"Export"_s)->DisplayTaskPages(0, ptTask, u"Pages"_s);
 }
 
@@ -226,17 +231,17 @@ TEST_F(SheetTest, okSavesWhatThePagesSay)
     auto &item = makeJob(u"Export"_s, {23, 6});
     EXPECT_TRUE(execute([](const TSheet &sheet) {
         sheet.Type("parameters", u"--tout"_s);
-        sheet.Find<QCheckBox>("enabled").setChecked(false);
+        sheet.Check("enabled", false);
         sheet.Find<QListWidget>("triggers").setCurrentRow(1);
-        sheet.Find<QComboBox>("kind").setCurrentIndex(ttMonthlyDow);
-        sheet.Find<QComboBox>("which").setCurrentIndex(4);
-        sheet.Find<QCheckBox>("dowDays5").setChecked(false);
-        sheet.Find<QCheckBox>("dowDays0").setChecked(true);
-        sheet.Find<QCheckBox>("repeat").setChecked(true);
+        sheet.Choose("kind", ttMonthlyDow);
+        sheet.Choose("which", 4);
+        sheet.Check("dowDays5", false);
+        sheet.Check("dowDays0", true);
+        sheet.Check("repeat", true);
         sheet.Find<QSpinBox>("intervalNumber").setValue(2);
-        sheet.Find<QCheckBox>("limited").setChecked(false);
-        sheet.Find<QCheckBox>("wake").setChecked(true);
-        sheet.Find<QComboBox>("priority").setCurrentIndex(0);
+        sheet.Check("limited", false);
+        sheet.Check("wake", true);
+        sheet.Choose("priority", 0);
         sheet.Press(u"OK"_s);
     }));
     item.Activate(); // from its file
@@ -245,15 +250,10 @@ TEST_F(SheetTest, okSavesWhatThePagesSay)
               tfDisabled | tfDontStartIfOnBatteries | tfKillIfGoingOnBatteries | tfSystemRequired);
     EXPECT_EQ(item.MaxRunTime(), UnlimitedRunTime);
     EXPECT_EQ(item.Priority(), tpIdle);
-    auto &second = item.Triggers()[1];
-    EXPECT_EQ(second.GetType(), ttMonthlyDow);
-    EXPECT_EQ(second.Details().MonthlyDOW.wWhichWeek, 5);
-    EXPECT_EQ(second.Details().MonthlyDOW.rgfDaysOfTheWeek, 1);
-    EXPECT_EQ(second.Details().MonthlyDOW.rgfMonths, 0xFFF);
-    EXPECT_EQ(second.StartTime(), EncodeTime(6, 0, 0, 0));
-    EXPECT_EQ(second.Interval(), 120U);
-    EXPECT_EQ(second.Duration(), 24U * 60);
     EXPECT_EQ(item.Triggers()[0].GetType(), ttDaily);
+    EXPECT_EQ(item.Triggers()[1].AsString(),
+              u"Toutes les 2 heures à partir de 06:00 pendant 24 heures le dernier "
+              "dim de chaque mois, à partir du 01/01/2027"_s);
 }
 
 TEST_F(SheetTest, okWithoutAChangeLeavesTheFileAlone)
@@ -268,12 +268,33 @@ TEST_F(SheetTest, okWithoutAChangeLeavesTheFileAlone)
     EXPECT_TRUE(execute([](const TSheet &sheet) { sheet.Press(u"OK"_s); }));
     EXPECT_EQ(std::filesystem::last_write_time(file), before);
     EXPECT_TRUE(execute([](const TSheet &sheet) {
-        sheet.Find<QCheckBox>("hidden").setChecked(true);
+        sheet.Check("hidden", true);
         sheet.Press(u"OK"_s);
     }));
     EXPECT_EQ(item.Comment(), u"ligne\r\nligne"_s);
     EXPECT_EQ(item.MaxRunTime(), 90'500U);
     EXPECT_EQ(item.Flags(), tfInteractive | tfHidden);
+}
+
+// Not even a trigger that never starts anything, when the one before it goes, and no limit of 0.
+TEST_F(SheetTest, leavesAloneWhatNobodyTouches)
+{
+    auto &item = makeJob(u"Export"_s, {23, 6});
+    auto &senseless = item.Triggers()[1];
+    senseless.SetType(ttWeekly);
+    senseless.setDetails({.Weekly = {1, 0}});
+    senseless.UpdateTrigger();
+    item.setMaxRunTime(0);
+    item.Save();
+    EXPECT_TRUE(execute([](const TSheet &sheet) {
+        EXPECT_FALSE(sheet.Find<QCheckBox>("limited").isChecked());
+        sheet.Find<QListWidget>("triggers").setCurrentRow(0);
+        sheet.Press(u"&Supprimer"_s);
+        sheet.Press(u"OK"_s);
+    }));
+    EXPECT_EQ(item.MaxRunTime(), 0U);
+    ASSERT_EQ(item.Triggers().Count(), 1);
+    EXPECT_EQ(item.Triggers()[0].GetType(), ttWeekly);
 }
 
 TEST_F(SheetTest, refusesWhatCouldNeverRunAndStaysOpen)
@@ -315,22 +336,22 @@ TEST_F(SheetTest, showsTheNextRunsOfWhatThePageSays)
     makeJob(u"Export"_s, {});
     EXPECT_FALSE(execute([](const TSheet &sheet) {
         EXPECT_FALSE(sheet.Find<QLabel>("none").isHidden());
-        EXPECT_EQ(sheet.Lines("runs").size(), 1);
+        EXPECT_EQ(sheet.Runs().size(), 1);
         sheet.Press(u"&Nouveau"_s);
-        EXPECT_EQ(sheet.Lines("runs").size(), 10);
-        EXPECT_TRUE(sheet.Lines("runs").front().endsWith("09:00"_L1));
+        EXPECT_EQ(sheet.Runs().size(), 10);
+        EXPECT_TRUE(sheet.Runs().front().endsWith("09:00"_L1));
         EXPECT_TRUE(sheet.Find<QListWidget>("triggers").isHidden()) << "one trigger";
         sheet.Press(u"&Nouveau"_s);
         EXPECT_FALSE(sheet.Find<QListWidget>("triggers").isHidden());
         sheet.Find<QTimeEdit>("time").setTime({0, 30});
-        EXPECT_EQ(sheet.Lines("runs").filter(u"00:30"_s).size(), 5);
-        sheet.Find<QCheckBox>("enabled").setChecked(false);
-        EXPECT_EQ(sheet.Lines("runs"), QStringList{u"La tâche est désactivée."_s});
-        sheet.Find<QCheckBox>("enabled").setChecked(true);
+        EXPECT_EQ(sheet.Runs().filter(u"00:30"_s).size(), 5);
+        sheet.Check("enabled", false);
+        EXPECT_EQ(sheet.Runs(), QStringList{u"La tâche est désactivée."_s});
+        sheet.Check("enabled", true);
         sheet.Press(u"&Supprimer"_s);
         sheet.Press(u"&Supprimer"_s);
         EXPECT_FALSE(sheet.Button(u"&Supprimer"_s)->isEnabled());
-        EXPECT_EQ(sheet.Lines("runs").size(), 1);
+        EXPECT_EQ(sheet.Runs().size(), 1);
     }));
 }
 
@@ -343,7 +364,7 @@ TEST_F(SheetTest, canBeUsedByKeyboardAndReadAloud)
         for (int page = 0; page < tabs.count(); ++page)
             for (int kind = 0; kind < (page == 1 ? 8 : 1); ++kind) {
                 tabs.setCurrentIndex(page);
-                sheet.Find<QComboBox>("kind").setCurrentIndex(kind);
+                sheet.Choose("kind", kind);
                 QStringList texts = sheet.Tabs();
                 for (auto *widget : sheet.Window->findChildren<QWidget *>()) {
                     if (!widget->isVisible())

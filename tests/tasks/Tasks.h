@@ -30,8 +30,6 @@ std::string messageOf(Work &&work)
 class RecordedTasks : public testing::Test
 {
 protected:
-    using TCalls = std::vector<std::string>;
-
     void TearDown() override
     {
         Zelmar01::SetMessageBox({});

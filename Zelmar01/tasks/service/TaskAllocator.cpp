@@ -1,37 +1,40 @@
 #include <Zelmar01/tasks/service/TaskAllocator.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <new>
 
 namespace Zelmar01 {
 
-TTaskAllocator::~TTaskAllocator()
+namespace {
+
+// Memory is taken in whole units, which keeps every block aligned for anything; the first unit, in front of
+// the block, tells how many they are.
+struct alignas(std::max_align_t) TUnit
 {
-    while (m_ring.Behind != &m_ring)
-        Free(m_ring.Behind + 1);
-}
+    std::size_t Count;
+};
+
+} // namespace
 
 void *TTaskAllocator::Alloc(std::size_t size)
-{
-    void *const memory = size <= SIZE_MAX - sizeof(TLink) ? std::malloc(sizeof(TLink) + size) : nullptr;
-    if (!memory)
+try {
+    if (size > SIZE_MAX - 2 * sizeof(TUnit))
         return nullptr;
-    auto *const link = new (memory) TLink{m_ring.Before, &m_ring};
-    link->Before->Behind = link->Behind->Before = link;
+    const auto count = 1 + (size + sizeof(TUnit) - 1) / sizeof(TUnit);
+    auto *const unit = new (m_memory.allocate(count * sizeof(TUnit))) TUnit{count};
     ++m_count;
-    return link + 1;
+    return unit + 1;
+} catch (const std::bad_alloc &) {
+    return nullptr;
 }
 
 void TTaskAllocator::Free(void *block)
 {
     if (!block)
         return;
-    auto *const link = static_cast<TLink *>(block) - 1;
-    link->Before->Behind = link->Behind;
-    link->Behind->Before = link->Before;
+    auto *const unit = static_cast<TUnit *>(block) - 1;
+    m_memory.deallocate(unit, unit->Count * sizeof(TUnit));
     --m_count;
-    std::free(link);
 }
 
 char16_t *AllocText(ITaskAllocator &allocator, std::u16string_view text)

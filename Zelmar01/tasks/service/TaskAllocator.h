@@ -3,6 +3,7 @@
 #include <Zelmar01/tasks/service/TaskInterfaces.h>
 
 #include <cstddef>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 
@@ -12,25 +13,14 @@ namespace Zelmar01 {
 class TTaskAllocator : public ITaskAllocator
 {
 public:
-    TTaskAllocator() = default;
-    ~TTaskAllocator() override;
-    TTaskAllocator(const TTaskAllocator &) = delete;
-    TTaskAllocator &operator=(const TTaskAllocator &) = delete;
-
     void *Alloc(std::size_t size) override;
     void Free(void *block) override;
 
     std::size_t BlockCount() const { return m_count; }
 
 private:
-    // What stands in front of each block. They are in a ring, so that one that is left costs nothing but its
-    // memory, however many there are.
-    struct alignas(std::max_align_t) TLink
-    {
-        TLink *Before, *Behind;
-    };
-
-    TLink m_ring{&m_ring, &m_ring};
+    // A listing takes two blocks for each job and leaves one: a pool makes little of many small ones.
+    std::pmr::unsynchronized_pool_resource m_memory;
     std::size_t m_count = 0;
 };
 

@@ -2,12 +2,13 @@
 
 #include <Zelmar01/tasks/service/Calendar.h>
 #include <Zelmar01/tasks/service/MSTask.h>
+#include <Zelmar01/tasks/service/TimeZone.h>
 
 #include <cstdint>
 #include <cstdio>
 #include <string>
 
-/// Triggers and moments as tests write them down.
+/// Triggers, moments and zones as tests write them down.
 
 /// "2027-01-31 02:30" or "2027-01-31", in seconds of that calendar.
 inline Zelmar01::TSeconds at(const std::string &text)
@@ -102,4 +103,15 @@ enum : std::uint16_t { Sun = 1, Mon = 2, Tue = 4, Wed = 8, Thu = 16, Fri = 32, S
 constexpr std::uint32_t bit(unsigned number)
 {
     return 1U << (number - 1);
+}
+
+constexpr auto paris = "CET-1CEST,M3.5.0,M10.5.0/3";
+constexpr auto newYork = "EST5EDT,M3.2.0,M11.1.0";
+constexpr auto lordHowe = "<+1030>-10:30<+11>-11,M10.1.0,M4.1.0";
+constexpr auto dublin = "IST-1GMT0,M10.5.0,M3.5.0/1"; // its winter is the exception
+constexpr auto santiago = "<-04>4<-03>,M9.1.6/24,M4.1.6/24";
+
+inline Zelmar01::TTimeZone ruled(const char *rule)
+{
+    return Zelmar01::TTimeZone(Zelmar01::ParseZoneRule(rule).value());
 }

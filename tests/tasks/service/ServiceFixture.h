@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 /// Tests at the interfaces of a task service, whichever it is.
@@ -66,12 +69,24 @@ protected:
         ASSERT_EQ(added->SetTrigger(&trigger), Zelmar01::TaskResult::Ok);
     }
 
-    static TTaskResult statusOf(const std::shared_ptr<ITask> &task)
+    static bool waitUntil(const std::function<bool()> &condition)
     {
-        TTaskResult status = -1;
-        EXPECT_EQ(task->GetStatus(status), Zelmar01::TaskResult::Ok);
-        return status;
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (!condition() && std::chrono::steady_clock::now() < deadline)
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        return condition();
     }
+
+    /// What an operation answers.
+    template<class TObject, class TOwner, class TValue>
+    static TValue value(const std::shared_ptr<TObject> &object, TTaskResult (TOwner::*get)(TValue &))
+    {
+        TValue answer{};
+        EXPECT_EQ((object.get()->*get)(answer), Zelmar01::TaskResult::Ok);
+        return answer;
+    }
+
+    static TTaskResult statusOf(const std::shared_ptr<ITask> &task) { return value(task, &ITask::GetStatus); }
 
     template<class TObject, class TOwner>
     std::u16string text(const std::shared_ptr<TObject> &object, TTaskResult (TOwner::*get)(char16_t *&))

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <sstream>
-#include <vector>
 
 using namespace Zelmar01;
 
@@ -18,7 +16,7 @@ public:
     std::uint32_t State = 1;
     bool HasWindow = false;
     std::string FailingCall;
-    std::vector<std::string> Calls;
+    std::string Calls;
 
     std::uint32_t PlatformId() override { return Platform; }
 
@@ -64,34 +62,24 @@ private:
     bool record(const std::string &name, const TArguments &...arguments)
     {
         std::ostringstream call;
-        call << name;
+        call << (Calls.empty() ? "" : ", ") << name;
         ((call << ' ' << arguments), ...);
-        Calls.push_back(call.str());
+        Calls += call.str();
         return name != FailingCall;
     }
 };
 
-const std::vector<std::string> program{"FindWindow SAGEWINDOWCLASS SYSTEM AGENT COM WINDOW",
-                                       "SearchPath mstask.exe 260", "CreateProcess C:\\mstask.exe 528",
-                                       "CloseHandle 1", "CloseHandle 2"};
-const std::vector<std::string> service{"OpenSCManager 1",      "OpenService 3 Schedule 20",
-                                       "CloseServiceHandle 3", "QueryServiceStatus 4",
-                                       "StartService 4",       "CloseServiceHandle 4"};
-
-// The first calls of a way, and those that follow.
-std::vector<std::string> upTo(const std::vector<std::string> &way, std::size_t count,
-                              const std::vector<std::string> &then = {})
-{
-    std::vector<std::string> calls(way.begin(), way.begin() + static_cast<std::ptrdiff_t>(count));
-    calls.insert(calls.end(), then.begin(), then.end());
-    return calls;
-}
+const std::string window = "FindWindow SAGEWINDOWCLASS SYSTEM AGENT COM WINDOW",
+                  search = window + ", SearchPath mstask.exe 260",
+                  create = search + ", CreateProcess C:\\mstask.exe 528", manager = "OpenSCManager 1",
+                  service = manager + ", OpenService 3 Schedule 20, CloseServiceHandle 3",
+                  state = service + ", QueryServiceStatus 4", launch = state + ", StartService 4",
+                  closed = ", CloseServiceHandle 4", why = ", SystemErrorMessage";
 
 } // namespace
 
 TEST(StartScheduler, takesTheStepsOfItsPlatform)
 {
-    const std::string why = "SystemErrorMessage", close = "CloseServiceHandle 4";
     const struct
     {
         const char *Label;
@@ -100,20 +88,20 @@ TEST(StartScheduler, takesTheStepsOfItsPlatform)
         std::uint32_t State;
         const char *FailingCall;
         int FailedStep;
-        std::vector<std::string> Calls;
+        std::string Calls;
     } cases[] = {
-        {"95, runs", 1, true, 0, "", 0, upTo(program, 1)},
-        {"95, starts", 1, false, 0, "", 0, program},
-        {"95, no program", 1, false, 0, "SearchPath", 1, upTo(program, 2, {why})},
-        {"95, no process", 1, false, 0, "CreateProcess", 2, upTo(program, 3, {why})},
-        {"NT, runs", 2, false, 4, "", 0, upTo(service, 4, {close})},
-        {"NT, starts", 2, false, 1, "", 0, service},
-        {"NT, is starting", 2, false, 2, "", 0, service},
-        {"NT, no manager", 2, false, 1, "OpenSCManager", 3, upTo(service, 1, {why})},
-        {"NT, no service", 2, false, 1, "OpenService", 4, upTo(service, 3, {why})},
-        {"NT, no state", 2, false, 4, "QueryServiceStatus", 5, upTo(service, 4, {close, why})},
-        {"NT, no start", 2, false, 1, "StartService", 6, upTo(service, 6, {why})},
-        {"later ones", 3, true, 4, "", 0, upTo(service, 4, {close})},
+        {"95, runs", 1, true, 0, "", 0, window},
+        {"95, starts", 1, false, 0, "", 0, create + ", CloseHandle 1, CloseHandle 2"},
+        {"95, no program", 1, false, 0, "SearchPath", 1, search + why},
+        {"95, no process", 1, false, 0, "CreateProcess", 2, create + why},
+        {"NT, runs", 2, false, 4, "", 0, state + closed},
+        {"NT, starts", 2, false, 1, "", 0, launch + closed},
+        {"NT, is starting", 2, false, 2, "", 0, launch + closed},
+        {"NT, no manager", 2, false, 1, "OpenSCManager", 3, manager + why},
+        {"NT, no service", 2, false, 1, "OpenService", 4, service + why},
+        {"NT, no state", 2, false, 4, "QueryServiceStatus", 5, state + closed + why},
+        {"NT, no start", 2, false, 1, "StartService", 6, launch + closed + why},
+        {"later ones", 3, true, 4, "", 0, state + closed},
     };
     for (const auto &row : cases) {
         SCOPED_TRACE(row.Label);

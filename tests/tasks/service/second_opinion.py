@@ -81,9 +81,12 @@ def main():
         trigger = random_trigger()
         kind, begin, end, interval, duration, values = trigger
         starts, all_there = expected_starts(*trigger)
-        # From the begin, or from some start on.
+        # From the begin, or from some moment between two starts.
         first = random.randrange(len(starts)) if starts and random.random() < 0.7 else 0
-        moment = begin if not starts or first == 0 else starts[first - 1] + datetime.timedelta(seconds=1)
+        moment = begin
+        if first > 0:
+            gap = starts[first] - starts[first - 1]
+            moment = starts[first] - datetime.timedelta(seconds=random.randrange(int(gap.total_seconds())))
         wanted = starts[first:first + STARTS]
         numbers = [kind, begin.year, begin.month, begin.day, begin.hour, begin.minute,
                    *((end.year, end.month, end.day) if end else (0, 0, 0)), interval, duration, *values,

@@ -195,23 +195,3 @@ TEST(JobFile, damageIsRefused)
         EXPECT_EQ(untouched.ExitCode, 4711U) << damage.What;
     }
 }
-
-TEST(JobFile, whatTheFormatCannotHoldIsNotWritten)
-{
-    const std::function<void(TJob &)> tooMuch[] = {
-        [](TJob &job) { job.Comment = std::u16string(MaxJobText + 1, u'x'); },
-        [](TJob &job) { job.Parameters = std::u16string(u"a\0b", 3); },
-        [](TJob &job) { job.UserData.resize(65536); },
-        [](TJob &job) { job.Triggers.resize(65536); },
-    };
-    for (const auto &change : tooMuch) {
-        TJob job;
-        change(job);
-        std::string bytes = "untouched";
-        EXPECT_EQ(WriteJobFile(job, bytes), TaskResult::InvalidArgument);
-        EXPECT_EQ(bytes, "untouched");
-    }
-    TJob longest;
-    longest.Comment = std::u16string(MaxJobText, u'x');
-    EXPECT_EQ(jobOf(fileOf(longest)).Comment, longest.Comment);
-}

@@ -7,9 +7,7 @@
 
 #include <support/Environment.h>
 
-#include <chrono>
 #include <functional>
-#include <thread>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -34,14 +32,6 @@ protected:
         return task;
     }
 
-    static void waitUntil(const std::function<bool()> &condition)
-    {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (!condition() && std::chrono::steady_clock::now() < deadline)
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        EXPECT_TRUE(condition());
-    }
-
     Zelmar01::TRunFiles runOf(const char16_t *name) const
     {
         return {m_jobFolder, std::u16string(name) + u".job"};
@@ -49,7 +39,7 @@ protected:
 
     void waitForEnd(const char16_t *name)
     {
-        waitUntil([&] { return !runOf(name).Runner(); });
+        EXPECT_TRUE(waitUntil([&] { return !runOf(name).Runner(); }));
     }
 
     std::string output(const char *file) const { return bytesOf(m_folder / file); }

@@ -3,22 +3,12 @@
 #include <csignal>
 
 #include <sys/resource.h>
-#include <sys/stat.h>
 
 using namespace Zelmar01;
 
 namespace {
 
 const std::vector<TASK_TRIGGER> nightly{daily("2027-01-01 04:00")};
-
-std::vector<TJobEvent::TKind> kindsOf(const std::vector<TJobEvent> &events)
-{
-    std::vector<TJobEvent::TKind> kinds;
-    kinds.reserve(events.size());
-    for (const auto &event : events)
-        kinds.push_back(event.Kind);
-    return kinds;
-}
 
 TEST_F(RunTest, GivesItsProgramJustTheseArguments)
 {
@@ -38,16 +28,14 @@ TEST_F(RunTest, GivesItsProgramJustTheseArguments)
               "/usr\n0\n1\n2\n"
               R"(<one><two words><$HOME><*.job><'x><y'><a\\b><"q"><><say "hi"><;><|><é€😀>)");
     EXPECT_EQ(statusOf(activated(u"quoting")), TaskResult::TaskReady);
-    SYSTEMTIME lastRun;
-    EXPECT_EQ(activated(u"quoting")->GetMostRecentRunTime(lastRun), TaskResult::Ok);
-    EXPECT_EQ(lastRun, SystemTimeFromSeconds(m_now));
+    EXPECT_EQ(value(activated(u"quoting"), &ITask::GetMostRecentRunTime), SystemTimeFromSeconds(m_now));
 }
 
 TEST_F(RunTest, RunsOnceAtATimeAndIsEndedOnRequest)
 {
     const auto task = script(u"long", u"echo $$ > pid; sleep 100 & echo $! > child; wait", nightly);
     ASSERT_EQ(task->Run(), TaskResult::Ok);
-    waitUntil([&] { return !output("child").empty(); });
+    EXPECT_TRUE(waitUntil([&] { return !output("child").empty(); }));
     EXPECT_EQ(statusOf(activated(u"long")), TaskResult::TaskRunning);
     EXPECT_EQ(task->Run(), TaskResult::AlreadyRunning);
     EXPECT_EQ(activated(u"long")->SetComment(u"edited"), TaskResult::Ok);
@@ -57,54 +45,46 @@ TEST_F(RunTest, RunsOnceAtATimeAndIsEndedOnRequest)
     for (const auto *file : {"pid", "child"})
         EXPECT_NE(kill(std::stoi(output(file)), 0), 0) << file;
     const auto after = activated(u"long");
-    std::uint32_t exitCode = 0;
     EXPECT_EQ(statusOf(after), TaskResult::TaskTerminated);
-    EXPECT_EQ(after->GetExitCode(exitCode), TaskResult::Ok);
-    EXPECT_EQ(exitCode, 128U + SIGTERM);
+    EXPECT_EQ(value(after, &ITask::GetExitCode), 128U + SIGTERM);
     EXPECT_EQ(after->Terminate(), TaskResult::TaskNotRunning);
-    EXPECT_EQ(kindsOf(ReadLog(m_jobFolder, 9)), (std::vector{TJobEvent::Started, TJobEvent::Terminated}));
+    EXPECT_EQ(ReadLog(m_jobFolder, 9).size(), 2U);
+    EXPECT_EQ(ReadLog(m_jobFolder, 1).back().Kind, TJobEvent::Terminated);
 }
 
 TEST_F(RunTest, EndsInTheseWays)
 {
+    using namespace TaskResult;
     const struct
     {
-        const char *Label;
-        const char16_t *Program, *Script, *Directory;
+        const char16_t *Name, *Program, *Script, *Directory;
         std::uint32_t MaxRunTime, ExitCode;
         TTaskResult Result, Status;
         TJobEvent::TKind Event;
     } cases[] = {
-        {"exit code", u"/bin/sh", u"exit 42", u"/", 60000, 42, TaskResult::Ok, TaskResult::TaskReady,
-         TJobEvent::Ended},
-        {"signal", u"/bin/sh", u"kill -9 $$", u"/", 60000, 137, TaskResult::Ok, TaskResult::TaskReady,
-         TJobEvent::Ended},
-        {"no limit", u"/bin/sh", u"sleep 0.1", u"/", 0, 0, TaskResult::Ok, TaskResult::TaskReady,
-         TJobEvent::Ended},
-        {"limit", u"/bin/sh", u"exec sleep 100", u"/", 200, 143, TaskResult::Ok, TaskResult::TaskTerminated,
+        {u"exit code", u"/bin/sh", u"exit 42", u"/", 60000, 42, Ok, TaskReady, TJobEvent::Ended},
+        {u"signal", u"/bin/sh", u"kill -9 $$", u"/", 60000, 137, Ok, TaskReady, TJobEvent::Ended},
+        {u"no limit", u"/bin/sh", u"sleep 0.1", u"/", 0, 0, Ok, TaskReady, TJobEvent::Ended},
+        {u"limit", u"/bin/sh", u"exec sleep 100", u"/", 200, 143, Ok, TaskTerminated,
          TJobEvent::LimitReached},
-        {"deaf", u"/bin/sh", u"trap '' TERM; sleep 100; sleep 100", u"/", 200, 137, TaskResult::Ok,
-         TaskResult::TaskTerminated, TJobEvent::LimitReached},
-        {"no program", u"/no/such/program", u"", u"/", 60000, 0, TaskResult::FileNotFound,
-         TaskResult::TaskReady, TJobEvent::StartFailed},
-        {"not a program", u"/etc/passwd", u"", u"/", 60000, 0, TaskResult::AccessDenied,
-         TaskResult::TaskReady, TJobEvent::StartFailed},
-        {"no directory", u"/bin/sh", u"", u"/no/such", 60000, 0, TaskResult::PathNotFound,
-         TaskResult::TaskReady, TJobEvent::StartFailed},
-        {"no name", u"", u"", u"/", 60000, 0, TaskResult::InvalidTask, TaskResult::TaskReady,
+        {u"deaf", u"/bin/sh", u"trap '' TERM; sleep 100; sleep 100", u"/", 200, 137, Ok, TaskTerminated,
+         TJobEvent::LimitReached},
+        {u"no program", u"/no/such/program", u"", u"/", 60000, 0, FileNotFound, TaskReady,
          TJobEvent::StartFailed},
+        {u"not one", u"/etc/passwd", u"", u"/", 60000, 0, AccessDenied, TaskReady, TJobEvent::StartFailed},
+        {u"no directory", u"/bin/sh", u"", u"/no", 60000, 0, PathNotFound, TaskReady, TJobEvent::StartFailed},
+        {u"no name", u"", u"", u"/", 60000, 0, InvalidTask, TaskReady, TJobEvent::StartFailed},
     };
     for (const auto &row : cases) {
-        SCOPED_TRACE(row.Label);
-        const auto name = std::filesystem::path(row.Label).u16string();
-        const auto task = script(name.c_str(), row.Script, nightly);
+        SCOPED_TRACE(PathFromText(row.Name));
+        const auto task = script(row.Name, row.Script, nightly);
         ASSERT_EQ(task->SetApplicationName(row.Program), TaskResult::Ok);
         ASSERT_EQ(task->SetWorkingDirectory(row.Directory), TaskResult::Ok);
         ASSERT_EQ(task->SetMaxRunTime(row.MaxRunTime), TaskResult::Ok);
         ASSERT_EQ(save(task), TaskResult::Ok);
         EXPECT_EQ(task->Run(), TaskResult::Ok);
-        waitForEnd(name.c_str());
-        const auto after = activated(name.c_str());
+        waitForEnd(row.Name);
+        const auto after = activated(row.Name);
         std::uint32_t exitCode = 9999;
         EXPECT_EQ(after->GetExitCode(exitCode), row.Result);
         EXPECT_EQ(exitCode, row.ExitCode);
@@ -157,20 +137,18 @@ TEST_F(RunTest, DoesNotOutliveAKilledRunner)
 {
     const auto task = script(u"a", u"echo $$ > pid; exec sleep 100", nightly);
     ASSERT_EQ(task->Run(), TaskResult::Ok);
-    waitUntil([&] { return !output("pid").empty(); });
+    EXPECT_TRUE(waitUntil([&] { return !output("pid").empty(); }));
     ASSERT_EQ(kill(*runOf(u"a").Runner(), SIGKILL), 0);
     waitForEnd(u"a");
-    waitUntil([&] { return kill(std::stoi(output("pid")), 0) != 0; });
+    EXPECT_TRUE(waitUntil([&] { return kill(std::stoi(output("pid")), 0) != 0; }));
     EXPECT_EQ(statusOf(activated(u"a")), TaskResult::TaskTerminated);
     EXPECT_EQ(task->Terminate(), TaskResult::TaskNotRunning);
     EXPECT_EQ(ticked("2027-02-03 10:00"), "run-lost:a");
-    std::uint32_t exitCode = 0;
-    EXPECT_EQ(activated(u"a")->GetExitCode(exitCode), TaskResult::Ok);
-    EXPECT_NE(exitCode, 0U);
+    EXPECT_NE(value(activated(u"a"), &ITask::GetExitCode), 0U);
     EXPECT_EQ(statusOf(activated(u"a")), TaskResult::TaskTerminated);
     EXPECT_EQ(ticked("2027-02-03 10:01"), "");
     EXPECT_EQ(task->Run(), TaskResult::Ok);
-    waitUntil([&] { return statusOf(activated(u"a")) == TaskResult::TaskRunning; });
+    EXPECT_TRUE(waitUntil([&] { return statusOf(activated(u"a")) == TaskResult::TaskRunning; }));
     EXPECT_EQ(task->Terminate(), TaskResult::Ok);
     waitForEnd(u"a");
 }
@@ -198,6 +176,38 @@ TEST_F(RunTest, KeepsTheOldFileWhenTheDiskIsFull)
     EXPECT_EQ(save(task), TaskResult::Ok);
 }
 
+TEST_F(RunTest, ReadsAFolderThatItMayNotWrite)
+{
+    script(u"a", u"echo ran >> ran", nightly);
+    const auto before = bytesOf(path("a.job"));
+    using std::filesystem::perms;
+    std::filesystem::permissions(m_jobs, perms::owner_read | perms::owner_exec);
+    // No mode holds back the superuser, who becomes somebody else.
+    constexpr uid_t somebody = 65534;
+    if (geteuid() == 0) {
+        for (const auto &entry : std::filesystem::recursive_directory_iterator(m_folder.Path()))
+            ASSERT_EQ(lchown(entry.path().c_str(), somebody, somebody), 0);
+        ASSERT_EQ(lchown(m_folder.Path().c_str(), somebody, somebody), 0);
+    }
+    const auto status = inChild([&] {
+        ASSERT_TRUE(geteuid() != 0 || setuid(somebody) == 0);
+        EXPECT_EQ(names(), std::vector<std::u16string>{u"a.job"});
+        const auto task = activated(u"a");
+        EXPECT_EQ(task->SetComment(u"edited"), TaskResult::Ok);
+        EXPECT_EQ(save(task), TaskResult::AccessDenied);
+        EXPECT_EQ(save(made(u"b")), TaskResult::AccessDenied);
+        EXPECT_EQ(m_scheduler->Delete(u"a"), TaskResult::AccessDenied);
+        EXPECT_EQ(task->Run(), TaskResult::AccessDenied);
+        EXPECT_EQ(ticked("2027-02-03 03:59"), "");
+        EXPECT_EQ(ticked("2027-02-03 04:00"), "start-failed:a");
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(bytesOf(path("a.job")), before);
+    EXPECT_EQ(filesIn(m_jobs), (std::vector<std::string>{".zelmar01", "a.job"}));
+    EXPECT_EQ(output("ran"), "");
+    std::filesystem::permissions(m_jobs, perms::owner_all);
+}
+
 TEST_F(RunTest, ShowsItsFilesToNobodyElse)
 {
     const EnvironmentSetting jobs("ZELMAR01_JOBS", (m_folder / "deep/er").string());
@@ -208,16 +218,12 @@ TEST_F(RunTest, ShowsItsFilesToNobodyElse)
     ASSERT_EQ(task->Run(), TaskResult::Ok);
     const TJobFolder folder(store.Folder());
     const TRunFiles run(folder, u"a.job");
-    waitUntil([&] { return !run.Runner(); });
-    struct stat status = {};
-    for (const auto &place : {m_folder / "deep", store.Folder(), folder.Side()}) {
-        ASSERT_EQ(stat(place.c_str(), &status), 0);
-        EXPECT_EQ(status.st_mode & 0777, 0700U) << place;
-    }
-    for (const auto &place : {store.Folder() / "a.job", run.OutputFile(), folder.Side() / "log"}) {
-        ASSERT_EQ(stat(place.c_str(), &status), 0);
-        EXPECT_EQ(status.st_mode & 0777, 0600U) << place;
-    }
+    EXPECT_TRUE(waitUntil([&] { return !run.Runner(); }));
+    using std::filesystem::perms, std::filesystem::status;
+    for (const auto &place : {m_folder / "deep", store.Folder(), folder.Side()})
+        EXPECT_EQ(status(place).permissions(), perms::owner_all) << place;
+    for (const auto &place : {store.Folder() / "a.job", run.OutputFile(), folder.Side() / "log"})
+        EXPECT_EQ(status(place).permissions(), perms::owner_read | perms::owner_write) << place;
 }
 
 TEST_F(RunTest, SaysThatItHasNoRunner)

@@ -3,6 +3,7 @@
 #include <Zelmar01/tasks/service/store/JobDue.h>
 
 #include <csignal>
+#include <thread>
 
 using namespace Zelmar01;
 
@@ -27,13 +28,7 @@ protected:
     }
 };
 
-TASK_TRIGGER everyMinute()
-{
-    auto trigger = daily("2027-02-03 00:00");
-    trigger.MinutesInterval = 1;
-    trigger.MinutesDuration = 24 * 60;
-    return trigger;
-}
+const auto everyMinute = repeated(daily("2027-02-03 00:00"), 1, 24 * 60);
 
 std::string minute(int number)
 {
@@ -42,7 +37,7 @@ std::string minute(int number)
 
 TEST_F(TickTest, StartsAJobOnceAMinute)
 {
-    script(u"each", u"echo x >> ran", {everyMinute()});
+    script(u"each", u"echo x >> ran", {everyMinute});
     EXPECT_EQ(ticked(minute(0)), "");
     for (int i = 1; i <= 10; ++i) {
         EXPECT_EQ(ticked(minute(i)), "started:each");
@@ -52,9 +47,7 @@ TEST_F(TickTest, StartsAJobOnceAMinute)
         EXPECT_TRUE(RunTick(m_tick).Events.empty());
     }
     EXPECT_EQ(output("ran"), "x\nx\nx\nx\nx\nx\nx\nx\nx\nx\n");
-    SYSTEMTIME lastRun;
-    EXPECT_EQ(activated(u"each")->GetMostRecentRunTime(lastRun), TaskResult::Ok);
-    EXPECT_EQ(lastRun, SystemTimeFromSeconds(at(minute(10))));
+    EXPECT_EQ(value(activated(u"each"), &ITask::GetMostRecentRunTime), SystemTimeFromSeconds(at(minute(10))));
     EXPECT_EQ(ReadTickState(m_jobFolder).Last, at(minute(10)) + 59);
     EXPECT_TRUE(TicksArrive(ReadTickState(m_jobFolder), at(minute(13))));
     EXPECT_FALSE(TicksArrive(ReadTickState(m_jobFolder), at(minute(15))));
@@ -91,8 +84,8 @@ TEST_F(TickTest, StartsOnlyWhatIsDueAndMayStart)
 
 TEST_F(TickTest, LetsOneOfTwoTicksDoTheWork)
 {
-    script(u"a", u"echo a >> ran", {everyMinute()});
-    script(u"b", u"echo b >> ran", {everyMinute()});
+    script(u"a", u"echo a >> ran", {everyMinute});
+    script(u"b", u"echo b >> ran", {everyMinute});
     ASSERT_EQ(ticked(minute(0)), "");
     for (int i = 1; i <= 5; ++i) {
         std::vector<pid_t> ticks;
@@ -136,7 +129,7 @@ TEST_F(TickTest, DoesNotRepeatAStartWhoseTickWasKilled)
     ASSERT_EQ(ticked(minute(0)), "");
     useRunner("'" ZELMAR01_JOB_RUNNER "' \"$@\"; kill -9 $PPID");
     ASSERT_EQ(killedTick(minute(1).c_str()), SIGKILL);
-    waitUntil([&] { return runOf(u"a").IsRunning(); });
+    EXPECT_TRUE(waitUntil([&] { return runOf(u"a").IsRunning(); }));
     EXPECT_EQ(ticked(minute(2)), "");
     waitForEnd(u"a");
     EXPECT_EQ(ticked(minute(3)), "");
@@ -151,14 +144,14 @@ TEST_F(TickTest, TakesAStartFromARunnerThatComesTooLate)
               (m_folder / "over").string() + "'");
     ASSERT_EQ(killedTick(minute(1).c_str()), SIGKILL);
     EXPECT_EQ(ticked(minute(2)), "start-lost:a");
-    waitUntil([&] { return std::filesystem::exists(m_folder / "over"); });
+    EXPECT_TRUE(waitUntil([&] { return std::filesystem::exists(m_folder / "over"); }));
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     EXPECT_EQ(output("ran"), "");
 }
 
 TEST_F(TickTest, WakesUpAfterADay)
 {
-    script(u"each", u"echo x >> ran", {everyMinute()});
+    script(u"each", u"echo x >> ran", {everyMinute});
     script(u"nightly", u"true", {daily("2027-01-01 02:00")});
     script(u"recent", u"true", {once("2027-02-04 09:51")});
     script(u"too late", u"true", {once("2027-02-04 09:49")}, TaskFlag::DeleteWhenDone);
@@ -176,7 +169,7 @@ TEST_F(TickTest, WakesUpAfterADay)
 
 TEST_F(TickTest, SkipsAStartWhileItsJobRuns)
 {
-    const auto task = script(u"slow", u"echo x >> ran; exec sleep 100", {everyMinute()});
+    const auto task = script(u"slow", u"echo x >> ran; exec sleep 100", {everyMinute});
     ASSERT_EQ(ticked(minute(0)), "");
     EXPECT_EQ(ticked(minute(1)), "started:slow");
     EXPECT_EQ(ticked(minute(2)), "still-running:slow");
@@ -187,7 +180,7 @@ TEST_F(TickTest, SkipsAStartWhileItsJobRuns)
 
 TEST_F(TickTest, SurvivesAClockThatIsSetBack)
 {
-    script(u"each", u"echo x >> ran", {everyMinute()});
+    script(u"each", u"echo x >> ran", {everyMinute});
     ASSERT_EQ(ticked(minute(0)), "");
     EXPECT_EQ(ticked(minute(1)), "started:each");
     waitForEnd(u"each");
@@ -206,9 +199,9 @@ TEST_F(TickTest, SurvivesAClockThatIsSetBack)
 
 TEST_F(TickTest, ReportsAFileThatCannotBeUsedOnceAndLeavesItAlone)
 {
-    script(u"good", u"echo x >> ran", {everyMinute()});
+    script(u"good", u"echo x >> ran", {everyMinute});
     writeBytes(path("damaged.job"), "damaged");
-    script(u"open to all", u"echo y >> ran", {everyMinute()});
+    script(u"open to all", u"echo y >> ran", {everyMinute});
     std::filesystem::permissions(path("open to all.job"), std::filesystem::perms::all);
     EXPECT_EQ(ticked(minute(0)), "unreadable:damaged unreadable:open to all");
     EXPECT_EQ(ticked(minute(1)), "started:good");
@@ -235,7 +228,7 @@ TEST_F(TickTest, StartsWithTheComputer)
     m_tick.BootId = "boot-3";
     useRunner("'" ZELMAR01_JOB_RUNNER "' \"$@\"; kill -9 $PPID");
     ASSERT_EQ(killedTick(minute(40).c_str()), SIGKILL);
-    waitUntil([&] { return runOf(u"boot").IsRunning(); });
+    EXPECT_TRUE(waitUntil([&] { return runOf(u"boot").IsRunning(); }));
     waitForEnd(u"boot");
     EXPECT_EQ(ticked(minute(41)), "") << "the tick was killed after the start";
     EXPECT_EQ(output("ran"), "x\nx\n");
@@ -243,24 +236,20 @@ TEST_F(TickTest, StartsWithTheComputer)
 
 TEST(EndOfDuration, IsThatOfTheStartWhichIsRepeated)
 {
-    auto hourly = daily("2027-02-01 20:00");
-    hourly.MinutesInterval = 60;
-    hourly.MinutesDuration = 600;
-    hourly.rgFlags = TriggerFlag::KillAtDurationEnd;
-    auto plain = once("2027-02-03 10:00");
-    plain.MinutesDuration = 30;
+    const auto hourly = repeated(daily("2027-02-01 20:00"), 60, 600);
+    const auto plain = repeated(once("2027-02-03 10:00"), 0, 30);
+    constexpr auto kill = TriggerFlag::KillAtDurationEnd;
     const struct
     {
         std::vector<TASK_TRIGGER> Triggers;
         std::uint32_t Flags;
         const char *Start, *End;
     } cases[] = {
-        {{hourly}, TriggerFlag::KillAtDurationEnd, "2027-02-03 20:00", "2027-02-04 06:00"},
-        {{hourly}, TriggerFlag::KillAtDurationEnd, "2027-02-04 05:00", "2027-02-04 06:00"},
-        {{plain}, TriggerFlag::KillAtDurationEnd, "2027-02-03 10:00", "2027-02-03 10:30"},
-        {{hourly, plain}, TriggerFlag::KillAtDurationEnd, "2027-02-03 10:00", "2027-02-03 10:30"},
+        {{hourly}, kill, "2027-02-03 20:00", "2027-02-04 06:00"},
+        {{hourly}, kill, "2027-02-04 05:00", "2027-02-04 06:00"},
+        {{hourly, plain}, kill, "2027-02-03 10:00", "2027-02-03 10:30"},
         {{hourly}, 0, "2027-02-03 20:00", ""},
-        {{hourly}, TriggerFlag::KillAtDurationEnd | TriggerFlag::Disabled, "2027-02-03 20:00", ""},
+        {{hourly}, kill | TriggerFlag::Disabled, "2027-02-03 20:00", ""},
     };
     for (const auto &row : cases) {
         TJob job;
