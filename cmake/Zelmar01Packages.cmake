@@ -41,7 +41,7 @@ zelmar01_debian_package(devel libzelmar01-dev
     SECTION libdevel
     DEPENDS "${exactly}, qt6-base-dev"
     DESCRIPTION "components for a shop's till and back office: development files
- Headers, CMake package and pkg-config files of the Zelmar01 libraries.")
+ Headers, CMake package, pkg-config files and texts for translators of the Zelmar01 libraries.")
 zelmar01_debian_package(tools zelmar01-tools
     SECTION utils
     DEPENDS "${exactly}"

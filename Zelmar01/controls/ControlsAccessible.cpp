@@ -6,6 +6,7 @@
 #include <Zelmar01/core/ExceptionDisplay.h>
 
 #include <QAccessibleWidget>
+#include <QCoreApplication>
 
 namespace Zelmar01 {
 
@@ -21,7 +22,9 @@ public:
         if (kind == QAccessible::Value)
             return QString::number(gauge()->GetPercentDone()) + QLatin1Char('%');
         const auto text = QAccessibleWidget::text(kind);
-        return kind == QAccessible::Name && text.isEmpty() ? QStringLiteral("Progression") : text;
+        return kind == QAccessible::Name && text.isEmpty()
+                   ? QCoreApplication::translate("Zelmar01", "Progression")
+                   : text;
     }
     QAccessible::State state() const override
     {
@@ -106,7 +109,8 @@ public:
     QString text(QAccessible::Text kind) const override
     {
         const auto text = QAccessibleWidget::text(kind);
-        return kind == QAccessible::Name && text.isEmpty() ? QStringLiteral("Image") : text;
+        return kind == QAccessible::Name && text.isEmpty() ? QCoreApplication::translate("Zelmar01", "Image")
+                                                           : text;
     }
     QAccessible::State state() const override
     {

@@ -31,7 +31,7 @@ TDatePopup::TDatePopup(const TDatePopupParts &parts, const QDateTime &shown, QWi
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_NoMouseReplay); // a click on the button that opened it closes it
     setFrameStyle(QFrame::StyledPanel);
-    setAccessibleName(u"Calendrier"_s);
+    setAccessibleName(tr("Calendrier"));
     setLocale(editor->locale());
     m_calendar->setLocale(locale());
     m_calendar->setFirstDayOfWeek(locale().firstDayOfWeek());
@@ -49,7 +49,7 @@ TDatePopup::TDatePopup(const TDatePopupParts &parts, const QDateTime &shown, QWi
     if (parts.Time) {
         m_time = new QTimeEdit(shown.time());
         m_time->setDisplayFormat(u"HH:mm"_s);
-        m_time->setAccessibleName(u"Heure"_s);
+        m_time->setAccessibleName(tr("Heure"));
         layout->addWidget(m_time);
     }
     layout->addWidget(makeButtons(parts));
@@ -72,15 +72,15 @@ QWidget *TDatePopup::makeHeader(bool yearsInMonthList)
         connect(button, &QToolButton::clicked, m_calendar, go);
         layout->addWidget(button);
     };
-    step(Qt::LeftArrow, u"Mois précédent"_s, &QCalendarWidget::showPreviousMonth);
+    step(Qt::LeftArrow, tr("Mois précédent"), &QCalendarWidget::showPreviousMonth);
     m_month = new QComboBox;
-    m_month->setAccessibleName(u"Mois"_s);
+    m_month->setAccessibleName(tr("Mois"));
     layout->addWidget(m_month, 1);
     m_year = new QSpinBox;
     m_year->setRange(1, lastYear);
-    m_year->setAccessibleName(u"Année"_s);
+    m_year->setAccessibleName(tr("Année"));
     layout->addWidget(m_year);
-    step(Qt::RightArrow, u"Mois suivant"_s, &QCalendarWidget::showNextMonth);
+    step(Qt::RightArrow, tr("Mois suivant"), &QCalendarWidget::showNextMonth);
 
     const auto show = [this, yearsInMonthList] { showMonth(yearsInMonthList); };
     connect(m_calendar, &QCalendarWidget::currentPageChanged, this, show);
@@ -132,9 +132,9 @@ QWidget *TDatePopup::makeButtons(const TDatePopupParts &parts)
         connect(button, &QPushButton::clicked, this, [this, moment] { pick(moment()); });
         layout->addWidget(button);
     };
-    add(parts.Clear, u"&Effacer"_s, [] { return QDateTime(); });
-    add(parts.Now, u"&Maintenant"_s, [] { return QDateTime::currentDateTime(); });
-    add(parts.Today, u"&Aujourd'hui"_s, [] { return QDate::currentDate().startOfDay(); });
+    add(parts.Clear, tr("&Effacer"), [] { return QDateTime(); });
+    add(parts.Now, tr("&Maintenant"), [] { return QDateTime::currentDateTime(); });
+    add(parts.Today, tr("&Aujourd'hui"), [] { return QDate::currentDate().startOfDay(); });
     row->setVisible(layout->count() > 0);
     return row;
 }

@@ -190,8 +190,8 @@ void TLabelURL::contextMenuEvent(QContextMenuEvent *event)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addActions(actions());
     menu->addSeparator();
-    menu->addAction(QStringLiteral("&Ouvrir le lien"), this, &TLabelURL::press);
-    menu->addAction(QStringLiteral("&Copier l'adresse"), this, &TLabelURL::copyAddress);
+    menu->addAction(tr("&Ouvrir le lien"), this, &TLabelURL::press);
+    menu->addAction(tr("&Copier l'adresse"), this, &TLabelURL::copyAddress);
     menu->popup(event->reason() == QContextMenuEvent::Keyboard ? mapToGlobal(rect().bottomLeft())
                                                                : event->globalPos());
 }

@@ -98,7 +98,7 @@ QVariant TzmCurrencyEdit::valueOf(const QString &text) const
     const auto amount = ParseAmount(text, locale());
     const auto rounded = amount ? amount->Rounded(m_decimalPlaces) : std::nullopt;
     if (!rounded)
-        throw EConvertError("« " + text.toStdString() + " » n'est pas un montant");
+        throw EConvertError(tr("« %1 » n'est pas un montant").arg(text).toStdString());
     return QVariant::fromValue(*rounded);
 }
 

@@ -89,8 +89,8 @@ tzmDateEdit::tzmDateEdit(QWidget *parent) : TValueEdit(parent), m_arrow(new QToo
     m_arrow->setAutoRaise(true);
     m_arrow->setFocusPolicy(Qt::NoFocus);
     m_arrow->setCursor(Qt::ArrowCursor);
-    m_arrow->setAccessibleName(u"Ouvrir le calendrier"_s);
-    m_arrow->setToolTip(u"Ouvrir le calendrier"_s);
+    m_arrow->setAccessibleName(tr("Ouvrir le calendrier"));
+    m_arrow->setToolTip(tr("Ouvrir le calendrier"));
     connect(m_arrow, &QToolButton::clicked, this, [this] {
         setFocus(Qt::OtherFocusReason);
         DropDown();
@@ -161,7 +161,7 @@ QVariant tzmDateEdit::valueOf(const QString &text) const
         return {};
     const auto value = read(text);
     if (!value.isValid())
-        throw EConvertError("« " + text.toStdString() + " » n'est pas une date");
+        throw EConvertError(tr("« %1 » n'est pas une date").arg(text).toStdString());
     return value;
 }
 

@@ -4,6 +4,7 @@
 
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <QAccessible>
 #include <QCoreApplication>
@@ -23,8 +24,8 @@ constexpr int lowest = -std::numeric_limits<int>::max(), highest = std::numeric_
 
 [[noreturn]] void refuse(long long from, long long to)
 {
-    throw EInvalidOperation("La valeur doit être comprise entre " + std::to_string(from) + " et " +
-                            std::to_string(to));
+    throw EInvalidOperation(Filled(Translate("Zelmar01", "La valeur doit être comprise entre %1 et %2"),
+                                   {std::to_string(from), std::to_string(to)}));
 }
 
 QRect toQRect(const TGaugeRect &rect)

@@ -49,9 +49,9 @@ QByteArray bytesOf(const QImage &picture, const QString &graphicClassName)
     return bytes;
 }
 
-[[noreturn]] void refuse(const char *what, const QString &name, const QString &why)
+[[noreturn]] void refuse(const QString &what, const QString &name, const QString &why)
 {
-    throw EInOutError(what, {0, (name + u" : "_s + why).toStdString(), {}});
+    throw EInOutError(what.toStdString(), {0, (name + u" : "_s + why).toStdString(), {}});
 }
 
 } // namespace
@@ -90,9 +90,9 @@ void TzmImage::take(const QByteArray &bytes)
     m_bytes = bytes;
     m_picture = pictureOf(bytes);
     setAccessibleDescription(
-        m_bytes.isEmpty()    ? u"Aucune image"_s
-        : m_picture.isNull() ? u"Image illisible"_s
-                             : u"Image de %1 × %2 points"_s.arg(m_picture.width()).arg(m_picture.height()));
+        m_bytes.isEmpty()    ? tr("Aucune image")
+        : m_picture.isNull() ? tr("Image illisible")
+                             : tr("Image de %1 × %2 points").arg(m_picture.width()).arg(m_picture.height()));
     update();
 }
 
@@ -127,10 +127,10 @@ void TzmImage::LoadFromFile(const QString &name)
 {
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly))
-        refuse("L'image ne peut pas être lue", name, file.errorString());
+        refuse(tr("L'image ne peut pas être lue"), name, file.errorString());
     const auto bytes = file.readAll();
     if (pictureOf(bytes).isNull())
-        refuse("Ce fichier n'est pas une image", name, u"format inconnu ou fichier abîmé"_s);
+        refuse(tr("Ce fichier n'est pas une image"), name, tr("format inconnu ou fichier abîmé"));
     choose(bytes);
 }
 
@@ -138,7 +138,7 @@ void TzmImage::SaveToFile(const QString &name) const
 {
     QSaveFile file(name);
     if (!file.open(QIODevice::WriteOnly) || file.write(m_bytes) != m_bytes.size() || !file.commit())
-        refuse("L'image ne peut pas être enregistrée", name, file.errorString());
+        refuse(tr("L'image ne peut pas être enregistrée"), name, file.errorString());
 }
 
 void TzmImage::load()
@@ -146,15 +146,15 @@ void TzmImage::load()
     QStringList patterns;
     for (const auto &format : QImageReader::supportedImageFormats())
         patterns << u"*."_s + QString::fromLatin1(format);
-    const auto name = QFileDialog::getOpenFileName(this, u"Charger une image"_s, {},
-                                                   u"Images (%1)"_s.arg(patterns.join(u' ')));
+    const auto name = QFileDialog::getOpenFileName(this, tr("Charger une image"), {},
+                                                   tr("Images (%1)").arg(patterns.join(u' ')));
     if (!name.isEmpty())
         LoadFromFile(name);
 }
 
 void TzmImage::save()
 {
-    const auto name = QFileDialog::getSaveFileName(this, u"Enregistrer l'image"_s);
+    const auto name = QFileDialog::getSaveFileName(this, tr("Enregistrer l'image"));
     if (!name.isEmpty())
         SaveToFile(name);
 }
@@ -169,16 +169,16 @@ void TzmImage::contextMenuEvent(QContextMenuEvent *event)
     const auto *clip = QApplication::clipboard()->mimeData();
     const bool canPaste = !m_readOnly && clip && (clip->hasImage() || clip->hasUrls());
     const bool isThere = !m_bytes.isEmpty();
-    add(u"Co&uper"_s, isThere && !m_readOnly, [this] {
+    add(tr("Co&uper"), isThere && !m_readOnly, [this] {
         CopyToClipboard();
         choose({});
     });
-    add(u"&Copier"_s, isThere, [this] { CopyToClipboard(); });
-    add(u"C&oller"_s, canPaste, [this] { PasteFromClipboard(); });
-    add(u"&Supprimer"_s, isThere && !m_readOnly, [this] { choose({}); });
+    add(tr("&Copier"), isThere, [this] { CopyToClipboard(); });
+    add(tr("C&oller"), canPaste, [this] { PasteFromClipboard(); });
+    add(tr("&Supprimer"), isThere && !m_readOnly, [this] { choose({}); });
     menu->addSeparator();
-    add(u"C&harger…"_s, !m_readOnly, [this] { load(); });
-    add(u"&Enregistrer sous…"_s, isThere, [this] { save(); });
+    add(tr("C&harger…"), !m_readOnly, [this] { load(); });
+    add(tr("&Enregistrer sous…"), isThere, [this] { save(); });
     menu->popup(event->reason() == QContextMenuEvent::Keyboard ? mapToGlobal(rect().center())
                                                                : event->globalPos());
 }
@@ -230,7 +230,7 @@ void TzmImage::paintEvent(QPaintEvent *)
         painter.restore();
     } else if (!m_bytes.isEmpty()) {
         painter.setPen(palette().color(QPalette::Text));
-        painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, u"Image illisible"_s);
+        painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, tr("Image illisible"));
     }
     if (m_showFocusRect && hasFocus()) {
         QStyleOptionFocusRect option;

@@ -54,10 +54,11 @@ QVariant TzmSpinEdit::EditValue() const
         return {};
     const auto number = ParseAmount(text, locale());
     if (!number)
-        throw EConvertError("« " + text.toStdString() + " » n'est pas un nombre");
+        throw EConvertError(tr("« %1 » n'est pas un nombre").arg(text).toStdString());
     if (!isWithin(*number))
-        throw EConvertError("« " + text.toStdString() + " » n'est pas entre " + std::to_string(m_min) +
-                            " et " + std::to_string(m_max));
+        throw EConvertError(tr("« %1 » n'est pas entre %2 et %3")
+                                .arg(text, QString::number(m_min), QString::number(m_max))
+                                .toStdString());
     return QVariant::fromValue(*number);
 }
 

@@ -2,10 +2,28 @@
 
 #include <Zelmar01/core/ExceptionDisplay.h>
 
+#include <Zelmar01/core/Translation.h>
+
+#include <QCoreApplication>
 #include <QEvent>
 #include <QVariant>
 
 namespace Zelmar01 {
+
+namespace {
+
+void translateByQt()
+{
+    if (auto before = SetTranslation([](const char *context, const char *text) {
+            return QCoreApplication::translate(context, text).toStdString();
+        }))
+        SetTranslation(std::move(before));
+}
+
+} // namespace
+
+// Stands here because a program that has a component has this file linked.
+Q_COREAPP_STARTUP_FUNCTION(translateByQt)
 
 TComponent::TComponent(QObject *owner) : QObject(owner)
 {

@@ -1,6 +1,7 @@
 #include <Zelmar01/core/ExceptionDisplay.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <cstdio>
 
@@ -34,6 +35,11 @@ void ShowException(const std::exception &exception)
         show(exception);
     else
         writeToStandardError(exception);
+}
+
+void ShowUnknownException()
+{
+    ShowException(EInvalidOperation(Translate("Zelmar01", "Erreur de nature inconnue")));
 }
 
 } // namespace Zelmar01

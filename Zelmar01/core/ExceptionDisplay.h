@@ -18,6 +18,9 @@ TExceptionDisplay SetExceptionDisplay(TExceptionDisplay display);
 /// Hands an exception to the exception display.
 void ShowException(const std::exception &exception);
 
+/// The same for something thrown that is no std::exception.
+void ShowUnknownException();
+
 /// Runs a piece of work that the event loop called, where nothing may be thrown: what it raises goes to the
 /// exception display. What the display itself raises is lost.
 template<class Work>
@@ -29,7 +32,7 @@ void ShowingExceptions(Work &&work) noexcept
         } catch (const std::exception &exception) {
             ShowException(exception);
         } catch (...) {
-            ShowException(EInvalidOperation("Erreur de nature inconnue"));
+            ShowUnknownException();
         }
     } catch (...) {
         return; // there is nobody left to tell

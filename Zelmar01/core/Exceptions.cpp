@@ -1,5 +1,7 @@
 #include <Zelmar01/core/Exceptions.h>
 
+#include <Zelmar01/core/Translation.h>
+
 #include <cerrno>
 #include <system_error>
 
@@ -11,28 +13,28 @@ std::string reasonOf(int code)
 {
     switch (code) {
     case ENOENT:
-        return "n'existe pas";
+        return Translate("Zelmar01", "n'existe pas");
     case EACCES:
     case EPERM:
-        return "accès refusé";
+        return Translate("Zelmar01", "accès refusé");
     case EROFS:
-        return "en lecture seule";
+        return Translate("Zelmar01", "en lecture seule");
     case EISDIR:
-        return "est un dossier";
+        return Translate("Zelmar01", "est un dossier");
     case EBUSY:
     case EWOULDBLOCK:
-        return "en cours d'utilisation";
+        return Translate("Zelmar01", "en cours d'utilisation");
     case ENOSPC:
-        return "plus de place";
+        return Translate("Zelmar01", "plus de place");
     case EIO:
-        return "erreur d'entrée-sortie";
+        return Translate("Zelmar01", "erreur d'entrée-sortie");
     case ENXIO:
     case ENODEV:
-        return "aucun périphérique derrière ce nom";
+        return Translate("Zelmar01", "aucun périphérique derrière ce nom");
     case EPIPE:
-        return "l'autre bout s'est fermé";
+        return Translate("Zelmar01", "l'autre bout s'est fermé");
     case ETIMEDOUT:
-        return "ne répond plus dans le temps accordé";
+        return Translate("Zelmar01", "ne répond plus dans le temps accordé");
     default:
         return std::generic_category().message(code);
     }

@@ -1,6 +1,7 @@
 #include <Zelmar01/core/MessageBoxes.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <utility>
 
@@ -26,9 +27,10 @@ TMsgDlgBtn MessageDlg(const QString &text, TMsgDlgType type, TMsgDlgButtons butt
     const auto box = currentBox(); // a copy: it may replace itself
     if (!box)
         throw EInvalidOperation(
-            "Aucune boîte de message : l'application hôte doit appeler UseMessageBoxes() ou "
-            "SetMessageBox(). Message : " +
-            text.toStdString());
+            Filled(Translate("Zelmar01",
+                             "Aucune boîte de message : l'application hôte doit appeler UseMessageBoxes() ou "
+                             "SetMessageBox(). Message : %1"),
+                   {text.toStdString()}));
     return box(text, type, buttons);
 }
 

@@ -7,7 +7,7 @@
 
 namespace Zelmar01 {
 
-/// What a message box is about; chooses its icon and title. mtCustom has neither.
+/// What a message box is about; chooses its icon. mtCustom has none. The title is the application's name.
 enum TMsgDlgType { mtWarning, mtError, mtInformation, mtConfirmation, mtCustom };
 
 /// The buttons of a message box, and the button that closed it.

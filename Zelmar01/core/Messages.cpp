@@ -1,64 +1,66 @@
 #include <Zelmar01/core/Messages.h>
 
+#include <Zelmar01/core/Translation.h>
+
 namespace Zelmar01 {
 
 std::string MessageText(TMessage message)
 {
     switch (message) {
     case TMessage::DialogTaskNotActivated:
-        return "La tâche \"%s ne peut pas être activée\".";
+        return Translate("Zelmar01", "La tâche \"%s ne peut pas être activée\".");
     case TMessage::NoTaskScheduler:
-        return "Le gestionnaire de tâches planifiées est introuvable !";
+        return Translate("Zelmar01", "Le gestionnaire de tâches planifiées est introuvable !");
     case TMessage::InvalidCode:
-        return "Code invalide : ";
+        return Translate("Zelmar01", "Code invalide : ");
     case TMessage::NoRightToCreate:
-        return "Vous n'avez pas les droits pour effectuer cette opération ";
+        return Translate("Zelmar01", "Vous n'avez pas les droits pour effectuer cette opération ");
     case TMessage::DiskFull:
-        return "Disque plein.";
+        return Translate("Zelmar01", "Disque plein.");
     case TMessage::PortNotFound:
-        return "Port de l'imprimante ticket non trouvé";
+        return Translate("Zelmar01", "Port de l'imprimante ticket non trouvé");
     case TMessage::PortWriteFailed:
-        return "Problème d'écriture sur l'imprimante ticket !";
+        return Translate("Zelmar01", "Problème d'écriture sur l'imprimante ticket !");
     case TMessage::DefaultPrinter:
-        return "Par défaut";
+        return "Par défaut"; // forms keep this name
     case TMessage::InvalidDate:
-        return "Date invalide";
+        return Translate("Zelmar01", "Date invalide");
     case TMessage::InvalidTime:
-        return "Heure invalide";
+        return Translate("Zelmar01", "Heure invalide");
     case TMessage::NoMoreDepartments:
-        return "Nombre maximum de rayons atteint !";
+        return Translate("Zelmar01", "Nombre maximum de rayons atteint !");
     case TMessage::NoMoreSections:
-        return "Nombre maximum de rubriques atteint !";
+        return Translate("Zelmar01", "Nombre maximum de rubriques atteint !");
     case TMessage::CodeNotAvailable:
-        return "Code non valide ou déjà utilisé !";
+        return Translate("Zelmar01", "Code non valide ou déjà utilisé !");
     case TMessage::LevelHasChildren:
-        return "Impossible de supprimer !\r\nCe code statistique a des \"enfants\" !";
+        return Translate("Zelmar01", "Impossible de supprimer !\r\nCe code statistique a des \"enfants\" !");
     case TMessage::ConfirmLevelDeletion:
-        return "Voulez-vous supprimer ce niveau ?";
+        return Translate("Zelmar01", "Voulez-vous supprimer ce niveau ?");
     case TMessage::LevelInUse:
-        return "Impossible de supprimer,\r\nCe code statistique est utilisé !";
+        return Translate("Zelmar01", "Impossible de supprimer,\r\nCe code statistique est utilisé !");
     case TMessage::NoQueryLinked:
-        return "PAS DE REQUETE ASSOCIEE.";
+        return Translate("Zelmar01", "PAS DE REQUETE ASSOCIEE.");
     case TMessage::TaskNotActivated:
-        return "La tâche \"%s ne peut pas être activée\" !";
+        return Translate("Zelmar01", "La tâche \"%s ne peut pas être activée\" !");
     case TMessage::TaskNotActive:
-        return "La tâche \"%s n'est pas active\" !";
+        return Translate("Zelmar01", "La tâche \"%s n'est pas active\" !");
     case TMessage::TaskExists:
-        return "Une tâche \"%s\" existe déjà !";
+        return Translate("Zelmar01", "Une tâche \"%s\" existe déjà !");
     case TMessage::TaskIndexOutOfRange:
-        return "L'index (%d) de la tâche est hors limite !";
+        return Translate("Zelmar01", "L'index (%d) de la tâche est hors limite !");
     case TMessage::TriggerIndexOutOfRange:
-        return "L'index (%d) du déclencheur est hors limite !";
+        return Translate("Zelmar01", "L'index (%d) du déclencheur est hors limite !");
     case TMessage::SchedulerStopped:
-        return "Le gestionnaire de tâches planifiées est arrêté !";
+        return Translate("Zelmar01", "Le gestionnaire de tâches planifiées est arrêté !");
     case TMessage::NoTriggerLine:
-        return "<La tâche n'a pas été planifiée>";
+        return Translate("Zelmar01", "<La tâche n'a pas été planifiée>");
     case TMessage::NoTrigger:
-        return "La tâche n'a pas été planifiée";
+        return Translate("Zelmar01", "La tâche n'a pas été planifiée");
     case TMessage::SeveralTriggers:
-        return "La tâche est planifiée plusieurs fois";
+        return Translate("Zelmar01", "La tâche est planifiée plusieurs fois");
     case TMessage::NoPage:
-        return "Une page, au moins, doit être spécifiée.";
+        return Translate("Zelmar01", "Une page, au moins, doit être spécifiée.");
     }
     return {};
 }

@@ -36,7 +36,8 @@ enum class TMessage : std::uint16_t {
     NoPage = 65535,          ///< the properties dialog needs a page
 };
 
-/// The French text of a message, in UTF-8.
+/// The text of a message, in UTF-8: French, unless the host translates it (core/Translation.h). The name of
+/// the default printer is never translated, because forms keep it.
 std::string MessageText(TMessage message);
 
 } // namespace Zelmar01

@@ -3,9 +3,11 @@
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/core/Exceptions.h>
 #include <Zelmar01/core/MessageBoxes.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include <array>
 
@@ -17,11 +19,13 @@ struct TButton
 {
     TMsgDlgBtn Button;
     QMessageBox::StandardButton Standard;
+    const char *Caption;
 };
-constexpr std::array<TButton, 4> allButtons{{{mbYes, QMessageBox::Yes},
-                                             {mbNo, QMessageBox::No},
-                                             {mbOK, QMessageBox::Ok},
-                                             {mbCancel, QMessageBox::Cancel}}};
+constexpr std::array<TButton, 4> allButtons{
+    {{mbYes, QMessageBox::Yes, Translatable("Zelmar01", "&Oui")},
+     {mbNo, QMessageBox::No, Translatable("Zelmar01", "&Non")},
+     {mbOK, QMessageBox::Ok, Translatable("Zelmar01", "OK")},
+     {mbCancel, QMessageBox::Cancel, Translatable("Zelmar01", "Annuler")}}};
 
 QMessageBox::Icon iconOf(TMsgDlgType type)
 {
@@ -47,7 +51,7 @@ TMsgDlgBtn showBox(const QString &text, TMsgDlgType type, TMsgDlgButtons buttons
     box.setTextFormat(Qt::PlainText);
     for (const auto &button : allButtons)
         if (buttons.testFlag(button.Button))
-            box.addButton(button.Standard);
+            box.addButton(button.Standard)->setText(QCoreApplication::translate("Zelmar01", button.Caption));
     for (const auto closing : {mbOK, mbNo, mbCancel})
         if (buttons.testFlag(closing))
             for (const auto &button : allButtons)

@@ -74,7 +74,8 @@ void TConnection::Open()
     if (Connected())
         return;
     if (InTransaction())
-        throw EDatabaseUnreachable("La transaction a été perdue avec la connexion à la base de données");
+        throw EDatabaseUnreachable(
+            tr("La transaction a été perdue avec la connexion à la base de données").toStdString());
     Close();
     m_connectionName = QUuid::createUuid().toString(QUuid::WithoutBraces);
     QSqlError error;
@@ -91,9 +92,9 @@ void TConnection::Open()
     }
     if (error.isValid()) {
         Close();
-        throw EDatabaseUnreachable("La base de données « " + m_databaseName.toStdString() +
-                                       " » est inaccessible",
-                                   {0, error.text().toStdString(), {}});
+        throw EDatabaseUnreachable(
+            tr("La base de données « %1 » est inaccessible").arg(m_databaseName).toStdString(),
+            {0, error.text().toStdString(), {}});
     }
     try {
         applyTimeZone();
@@ -231,7 +232,8 @@ void TConnection::failOfHandle()
 void TConnection::refuse(const QSqlError &error)
 {
     requireAlive(error);
-    throw EDatabaseError("La base de données a refusé l'opération", {0, error.text().toStdString(), {}});
+    throw EDatabaseError(tr("La base de données a refusé l'opération").toStdString(),
+                         {0, error.text().toStdString(), {}});
 }
 
 void TConnection::requireAlive(const QSqlError &error)
@@ -239,7 +241,7 @@ void TConnection::requireAlive(const QSqlError &error)
     if (!isLost())
         return;
     Close();
-    throw EDatabaseUnreachable("La connexion à la base de données est perdue",
+    throw EDatabaseUnreachable(tr("La connexion à la base de données est perdue").toStdString(),
                                {0, error.text().toStdString(), {}});
 }
 

@@ -1,5 +1,6 @@
 #include <Zelmar01/data/DataSet.h>
 
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/data/DataErrors.h>
 
 #include <QStringList>
@@ -41,7 +42,8 @@ struct TCondition
 TField &TFields::operator[](int index) const
 {
     if (index < 0 || index >= Count())
-        throw EDatabaseError("Aucun champ au rang " + std::to_string(index));
+        throw EDatabaseError(
+            Filled(Translate("Zelmar01", "Aucun champ au rang %1"), {std::to_string(index)}));
     return *m_fields[static_cast<std::size_t>(index)];
 }
 
@@ -106,7 +108,7 @@ void TDataSet::Loaded()
 void TDataSet::requireOpen() const
 {
     if (!Active())
-        throw EDatabaseError("L'ensemble de données « " + objectName().toStdString() + " » est fermé");
+        throw EDatabaseError(tr("L'ensemble de données « %1 » est fermé").arg(objectName()).toStdString());
 }
 
 const TFields &TDataSet::Fields() const
@@ -128,7 +130,7 @@ TField &TDataSet::FieldByName(const QString &name) const
     requireOpen();
     if (auto *field = FindField(name))
         return *field;
-    throw EDatabaseError("Champ « " + name.toStdString() + " » introuvable");
+    throw EDatabaseError(tr("Champ « %1 » introuvable").arg(name).toStdString());
 }
 
 void TDataSet::First()
@@ -200,7 +202,7 @@ void TDataSet::setRecNo(int place)
 {
     leaveRecord();
     if (place < 1 || static_cast<std::size_t>(place) > m_order.size())
-        throw EDatabaseError("Aucune ligne au rang " + std::to_string(place));
+        throw EDatabaseError(tr("Aucune ligne au rang %1").arg(place).toStdString());
     m_bof = m_eof = false;
     moveTo(place - 1);
 }
@@ -236,7 +238,7 @@ bool TDataSet::Locate(const QString &fields, const QVariant &values, TLocateOpti
     const auto names = fields.split(u';');
     const auto wanted = names.size() > 1 ? values.toList() : QVariantList{values};
     if (wanted.size() != names.size())
-        throw EDatabaseError("Recherche : autant de valeurs que de champs sont attendues");
+        throw EDatabaseError(tr("Recherche : autant de valeurs que de champs sont attendues").toStdString());
     std::vector<TCondition> conditions;
     for (qsizetype i = 0; i < names.size(); ++i) {
         const auto &field = FieldByName(names[i].trimmed());
@@ -274,8 +276,8 @@ void TDataSet::Append()
 void TDataSet::beginInsert(int place)
 {
     if (!CanModify())
-        throw EDatabaseError("L'ensemble de données « " + objectName().toStdString() +
-                             " » ne peut pas être modifié");
+        throw EDatabaseError(
+            tr("L'ensemble de données « %1 » ne peut pas être modifié").arg(objectName()).toStdString());
     emit RowAboutToBeInserted(place);
     m_place = place;
     m_record.assign(static_cast<std::size_t>(m_fields.Count()), {});
@@ -296,8 +298,8 @@ void TDataSet::Edit()
     if (m_order.empty())
         return Insert();
     if (!CanModify())
-        throw EDatabaseError("L'ensemble de données « " + objectName().toStdString() +
-                             " » ne peut pas être modifié");
+        throw EDatabaseError(
+            tr("L'ensemble de données « %1 » ne peut pas être modifié").arg(objectName()).toStdString());
     m_record = m_rows->Record(*currentRow());
     m_modified = false;
     m_state = dsEdit;
@@ -308,7 +310,8 @@ void TDataSet::Post()
 {
     requireOpen();
     if (m_state == dsBrowse)
-        throw EDatabaseError("L'ensemble de données n'est ni en modification ni en insertion");
+        throw EDatabaseError(
+            tr("L'ensemble de données n'est ni en modification ni en insertion").toStdString());
     updateRecord();
     if (m_state == dsBrowse)
         return; // a receiver has posted it
@@ -334,8 +337,8 @@ void TDataSet::checkRequired() const
 {
     for (const auto &field : m_fields.m_fields)
         if (field->Required() && field->IsNull())
-            throw EDatabaseError("Le champ « " + field->DisplayLabel().toStdString() +
-                                 " » doit être renseigné");
+            throw EDatabaseError(
+                tr("Le champ « %1 » doit être renseigné").arg(field->DisplayLabel()).toStdString());
 }
 
 void TDataSet::storeInserted()
@@ -416,7 +419,7 @@ void TDataSet::Delete()
             return;
     }
     if (m_order.empty() || !CanModify())
-        throw EDatabaseError("Aucune ligne ne peut être supprimée");
+        throw EDatabaseError(tr("Aucune ligne ne peut être supprimée").toStdString());
     QString refusal;
     emit BeforeDelete(this, refusal);
     if (!refusal.isEmpty())
@@ -500,7 +503,8 @@ void TDataSet::setFieldValue(TField &field, const QVariant &value)
 {
     requireOpen();
     if (m_state == dsBrowse)
-        throw EDatabaseError("L'ensemble de données n'est ni en modification ni en insertion");
+        throw EDatabaseError(
+            tr("L'ensemble de données n'est ni en modification ni en insertion").toStdString());
     m_record[static_cast<std::size_t>(field.Index())] = value;
     m_modified = true;
     emit FieldChanged(&field);

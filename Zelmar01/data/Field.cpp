@@ -1,6 +1,7 @@
 #include <Zelmar01/data/Field.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/data/DataErrors.h>
 #include <Zelmar01/data/DataSet.h>
 
@@ -159,8 +160,8 @@ QVariant ConvertValue(const QVariant &value, TFieldType type, const QString &fie
         return {};
     auto result = converted(value, type);
     if (!result.isValid())
-        throw EConvertError("« " + TextOfValue(value).toStdString() +
-                            " » n'est pas une valeur pour le champ « " + field.toStdString() + " »");
+        throw EConvertError(Filled(Translate("Zelmar01", "« %1 » n'est pas une valeur pour le champ « %2 »"),
+                                   {TextOfValue(value).toStdString(), field.toStdString()}));
     return result;
 }
 
@@ -195,7 +196,8 @@ QVariant TField::Value() const
 void TField::setValue(const QVariant &value)
 {
     if (ReadOnly())
-        throw EDatabaseError("Le champ « " + FieldName().toStdString() + " » ne peut pas être modifié");
+        throw EDatabaseError(Filled(Translate("Zelmar01", "Le champ « %1 » ne peut pas être modifié"),
+                                    {FieldName().toStdString()}));
     m_dataSet.setFieldValue(*this, Converted(value));
 }
 
@@ -203,12 +205,13 @@ QVariant TField::Converted(const QVariant &value) const
 {
     auto result = ConvertValue(value, DataType(), FieldName());
     if (DataType() == ftString && Size() > 0 && result.toString().size() > Size())
-        throw EDatabaseError("Le texte du champ « " + FieldName().toStdString() + " » dépasse " +
-                             std::to_string(Size()) + " caractères");
+        throw EDatabaseError(Filled(Translate("Zelmar01", "Le texte du champ « %1 » dépasse %2 caractères"),
+                                    {FieldName().toStdString(), std::to_string(Size())}));
     if (DataType() == ftBCD && Size() >= 0 && result.isValid()) {
         const auto rounded = result.value<TDecimal>().Rounded(Size());
         if (!rounded)
-            throw EConvertError("Nombre trop grand pour le champ « " + FieldName().toStdString() + " »");
+            throw EConvertError(Filled(Translate("Zelmar01", "Nombre trop grand pour le champ « %1 »"),
+                                       {FieldName().toStdString()}));
         result = QVariant::fromValue(*rounded);
     }
     return result;

@@ -1,5 +1,6 @@
 #include <Zelmar01/data/IndexDefs.h>
 
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/data/DataErrors.h>
 
 #include <QStringList>
@@ -17,7 +18,8 @@ bool TIndexDef::IsDescending(const QString &field) const
 const TIndexDef &TIndexDefs::operator[](int index) const
 {
     if (index < 0 || index >= Count())
-        throw EDatabaseError("Aucun index au rang " + std::to_string(index));
+        throw EDatabaseError(
+            Filled(Translate("Zelmar01", "Aucun index au rang %1"), {std::to_string(index)}));
     return m_defs[static_cast<std::size_t>(index)];
 }
 
@@ -33,14 +35,15 @@ const TIndexDef &TIndexDefs::Find(const QString &name) const
 {
     const int index = IndexOf(name);
     if (index < 0)
-        throw EDatabaseError("Index « " + name.toStdString() + " » introuvable");
+        throw EDatabaseError(Filled(Translate("Zelmar01", "Index « %1 » introuvable"), {name.toStdString()}));
     return (*this)[index];
 }
 
 void TIndexDefs::Add(const TIndexDef &def)
 {
     if (IndexOf(def.Name) >= 0)
-        throw EDatabaseError("Un index « " + def.Name.toStdString() + " » existe déjà");
+        throw EDatabaseError(
+            Filled(Translate("Zelmar01", "Un index « %1 » existe déjà"), {def.Name.toStdString()}));
     m_defs.push_back(def);
 }
 

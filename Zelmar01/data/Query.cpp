@@ -2,6 +2,7 @@
 
 #include "SqlFields.h"
 
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/data/DataErrors.h>
 #include <Zelmar01/data/SqlText.h>
 
@@ -59,7 +60,7 @@ void TQuery::setCommandText(const QString &text)
 TConnection &TQuery::RequireConnection() const
 {
     if (!m_connection)
-        throw EDatabaseError("La requête « " + objectName().toStdString() + " » n'a pas de connexion");
+        throw EDatabaseError(tr("La requête « %1 » n'a pas de connexion").arg(objectName()).toStdString());
     return *m_connection;
 }
 
@@ -90,7 +91,8 @@ TQuery::TAnswer TQuery::ask(const QString &commandText)
     try {
         connection.read(commandText, m_params, begin, take);
     } catch (const EConvertError &error) {
-        throw EDatabaseError("Ligne " + std::to_string(rows->Count() + 1) + " : " + error.what());
+        throw EDatabaseError(Filled(Translate("Zelmar01", "Ligne %1 : %2"),
+                                    {std::to_string(rows->Count() + 1), error.what()}));
     }
     return answer;
 }
@@ -175,7 +177,7 @@ void TQuery::write(const QString &sql, const QVariantList &values, bool isOneRow
     if (!isOneRow)
         whole.emplace(*m_connection);
     if (const int touched = m_connection->Execute(sql, values); touched >= 0 && touched != 1)
-        throw EDatabaseError("La ligne a été modifiée ou supprimée par un autre poste");
+        throw EDatabaseError(tr("La ligne a été modifiée ou supprimée par un autre poste").toStdString());
     if (whole)
         whole->Commit();
 }

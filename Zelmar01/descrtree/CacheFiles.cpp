@@ -2,8 +2,11 @@
 
 #include <Zelmar01/core/ApplicationDirectory.h>
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/core/Windows1252Text.h>
 
+#include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -40,7 +43,7 @@ std::optional<std::string> carried(const QString &text)
 
 [[noreturn]] void raiseWriteError(const QString &path, const QString &reason)
 {
-    throw EInOutError("Impossible d'écrire les fichiers de l'arbre des codes",
+    throw EInOutError(Translate("Zelmar01", "Impossible d'écrire les fichiers de l'arbre des codes"),
                       {0, (path + QStringLiteral(" : ") + reason).toStdString(), {}});
 }
 
@@ -198,8 +201,9 @@ void RemoveCacheFiles(const TCacheFiles &files)
     for (const auto &path : {files.Objects, files.Tree}) {
         QFile file(path);
         if (!file.remove() && file.exists())
-            throw EInOutError("Impossible de supprimer les fichiers de l'arbre des codes",
-                              {0, (path + QStringLiteral(" : ") + file.errorString()).toStdString(), {}});
+            throw EInOutError(
+                Translate("Zelmar01", "Impossible de supprimer les fichiers de l'arbre des codes"),
+                {0, (path + QStringLiteral(" : ") + file.errorString()).toStdString(), {}});
     }
 }
 

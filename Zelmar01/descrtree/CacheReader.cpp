@@ -1,9 +1,11 @@
 #include <Zelmar01/descrtree/CacheFiles.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/core/Windows1252.h>
 #include <Zelmar01/core/Windows1252Text.h>
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -22,7 +24,7 @@ constexpr std::size_t longestQuote = 40;
 
 [[noreturn]] void raiseReadError(const QString &path, const QString &reason)
 {
-    throw EInOutError("Impossible de lire les fichiers de l'arbre des codes",
+    throw EInOutError(Translate("Zelmar01", "Impossible de lire les fichiers de l'arbre des codes"),
                       {0, (path + QStringLiteral(" : ") + reason).toStdString(), {}});
 }
 
@@ -31,7 +33,8 @@ void openFile(QFile &file)
 {
     const QFileInfo info(file.fileName());
     if (info.exists() && !info.isFile())
-        raiseReadError(file.fileName(), QStringLiteral("n'est pas un fichier ordinaire"));
+        raiseReadError(file.fileName(),
+                       QCoreApplication::translate("Zelmar01", "n'est pas un fichier ordinaire"));
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         raiseReadError(file.fileName(), file.errorString());
 }
@@ -41,12 +44,12 @@ QByteArray contentsOf(const QString &path)
     QFile file(path);
     openFile(file);
     if (file.size() > largestFile)
-        raiseReadError(path, QStringLiteral("fichier trop grand"));
+        raiseReadError(path, QCoreApplication::translate("Zelmar01", "fichier trop grand"));
     auto bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         raiseReadError(path, file.errorString());
     if (bytes.size() > largestFile)
-        raiseReadError(path, QStringLiteral("fichier trop grand"));
+        raiseReadError(path, QCoreApplication::translate("Zelmar01", "fichier trop grand"));
     return bytes;
 }
 
@@ -55,11 +58,21 @@ std::string quoted(std::string_view bytes)
     return "« " + Utf8FromWindows1252(bytes.substr(0, longestQuote)) + " »";
 }
 
+std::string notANumber(std::string_view bytes)
+{
+    return Filled(Translate("Zelmar01", "nombre entier attendu au lieu de %1"), {quoted(bytes)});
+}
+
+std::string placeOf(const QString &path, std::size_t line)
+{
+    return Filled(Translate("Zelmar01", "%1, ligne %2"), {path.toStdString(), std::to_string(line)});
+}
+
 int numberOfLevels(const QString &path, std::string_view line)
 {
     if (const auto number = DescrInteger(line))
         return *number;
-    throw EConvertError(path.toStdString() + ", ligne 1 : nombre entier attendu au lieu de " + quoted(line));
+    throw EConvertError(placeOf(path, 1) + " : " + notANumber(line));
 }
 
 // Takes lines off a text. They end with LF, a CR before it belongs to the end, and the last one may go
@@ -91,11 +104,6 @@ private:
     std::size_t m_number = 0;
 };
 
-std::string placeOf(const QString &path, std::size_t line)
-{
-    return path.toStdString() + ", ligne " + std::to_string(line);
-}
-
 // Takes the levels off an object file, one after the other.
 class TObjectReader
 {
@@ -118,8 +126,9 @@ public:
             return true;
         }
         if (static_cast<std::int64_t>(m_records.size()) != m_recorded)
-            throw EConvertError(placeOf(m_path, 1) + " : " + std::to_string(m_recorded) +
-                                " niveaux annoncés, " + std::to_string(m_records.size()) + " trouvés");
+            throw EConvertError(placeOf(m_path, 1) + " : " +
+                                Filled(Translate("Zelmar01", "%1 niveaux annoncés, %2 trouvés"),
+                                       {std::to_string(m_recorded), std::to_string(m_records.size())}));
         return false;
     }
 
@@ -143,7 +152,7 @@ private:
         const auto value = [&] {
             const auto end = line.find(DescrSeparator);
             if (end == line.npos)
-                raise("niveau incomplet");
+                raise(Translate("Zelmar01", "niveau incomplet"));
             const auto taken = line.substr(0, end);
             line.remove_prefix(end + DescrSeparator.size());
             return taken;
@@ -152,7 +161,7 @@ private:
             const auto taken = value();
             const auto number = DescrInteger(taken);
             if (!number)
-                raise("nombre entier attendu au lieu de " + quoted(taken));
+                raise(notANumber(taken));
             return *number;
         };
         const auto text = [&] {
@@ -180,7 +189,8 @@ public:
     {
         auto separator = ToWindows1252(rule.Separateur);
         if (m_showsCode && !separator.Missing.isEmpty())
-            throw EConvertError(m_treePath.toStdString() + " : séparateur hors de Windows-1252");
+            throw EConvertError(m_treePath.toStdString() + " : " +
+                                Translate("Zelmar01", "séparateur hors de Windows-1252"));
         m_separator = std::move(separator.Bytes);
     }
 
@@ -188,15 +198,15 @@ public:
     {
         std::string_view root;
         if (!m_treeLines.Take(root) || root.starts_with('\t'))
-            raise(1, "la racine manque");
+            raise(1, Translate("Zelmar01", "la racine manque"));
         std::string_view text;
         while (m_objects.Take()) {
             if (!m_treeLines.Take(text))
-                raise(m_treeLines.Number() + 1, "le niveau manque");
+                raise(m_treeLines.Number() + 1, Translate("Zelmar01", "le niveau manque"));
             checkText(text);
         }
         if (m_treeLines.Take(text))
-            raise(m_treeLines.Number(), "niveau absent de l'autre fichier");
+            raise(m_treeLines.Number(), Translate("Zelmar01", "niveau absent de l'autre fichier"));
         return {FromWindows1252(root), m_objects.Rows()};
     }
 
@@ -205,7 +215,7 @@ private:
     {
         auto place = placeOf(m_treePath, line);
         if (line == m_objects.Count() + 1 && m_objects.Count() > 0)
-            place += ", code " + quoted(m_objects.Code());
+            place = Filled(Translate("Zelmar01", "%1, code %2"), {place, quoted(m_objects.Code())});
         throw EConvertError(place + " : " + reason);
     }
 
@@ -214,18 +224,18 @@ private:
         const auto code = m_objects.Code();
         const auto depth = std::min(text.find_first_not_of('\t'), text.size());
         if (depth != std::max<std::size_t>(code.size(), 1))
-            raise(m_treeLines.Number(), "retrait différent de la longueur du code");
+            raise(m_treeLines.Number(), Translate("Zelmar01", "retrait différent de la longueur du code"));
         if (depth > m_depth + 1)
-            raise(m_treeLines.Number(), "niveau sans parent");
+            raise(m_treeLines.Number(), Translate("Zelmar01", "niveau sans parent"));
         m_depth = depth;
 
         text.remove_prefix(depth);
         if (m_showsCode && text.starts_with(code) && text.substr(code.size()).starts_with(m_separator))
             text.remove_prefix(code.size() + m_separator.size());
         else if (m_showsCode)
-            raise(m_treeLines.Number(), "texte sans code et séparateur du niveau");
+            raise(m_treeLines.Number(), Translate("Zelmar01", "texte sans code et séparateur du niveau"));
         if (text != m_objects.Libelle())
-            raise(m_treeLines.Number(), "texte différent du libellé du niveau");
+            raise(m_treeLines.Number(), Translate("Zelmar01", "texte différent du libellé du niveau"));
     }
 
     const QString m_treePath;

@@ -1,6 +1,7 @@
 #include <Zelmar01/descrtree/Descr.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <charconv>
 #include <utility>
@@ -15,7 +16,8 @@ QString takeValue(QStringView &rest)
 {
     const auto end = rest.indexOf(separator);
     if (end < 0)
-        throw EConvertError("Niveau incomplet : moins de six valeurs suivies de « {@} »");
+        throw EConvertError(
+            Translate("Zelmar01", "Niveau incomplet : moins de six valeurs suivies de « {@} »"));
     auto value = rest.first(end).toString();
     rest = rest.sliced(end + separator.size());
     return value;
@@ -26,7 +28,7 @@ int takeInteger(QStringView &rest)
     const auto text = takeValue(rest).toStdString();
     if (const auto number = DescrInteger(text))
         return *number;
-    throw EConvertError("Nombre entier attendu au lieu de « " + text + " »");
+    throw EConvertError(Filled(Translate("Zelmar01", "Nombre entier attendu au lieu de « %1 »"), {text}));
 }
 
 } // namespace

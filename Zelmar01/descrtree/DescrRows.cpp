@@ -1,6 +1,7 @@
 #include <Zelmar01/descrtree/DescrRows.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/core/Windows1252.h>
 #include <Zelmar01/core/Windows1252Text.h>
 
@@ -55,7 +56,7 @@ TDescrText TDescrTexts::Add(QStringView text)
 TDescrText TDescrTexts::extend(std::size_t size, bool isWide)
 {
     if (size > largestBlock - std::min(Size(), largestBlock))
-        throw EInvalidOperation("L'arbre des codes a trop de textes");
+        throw EInvalidOperation(Translate("Zelmar01", "L'arbre des codes a trop de textes"));
     const TDescrText place(static_cast<std::uint32_t>(Size()), static_cast<std::uint32_t>(size), isWide);
     m_block.resize(m_block.size() + static_cast<qsizetype>(size));
     return place;

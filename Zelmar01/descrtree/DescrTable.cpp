@@ -1,6 +1,7 @@
 #include <Zelmar01/descrtree/DescrTable.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/data/DataErrors.h>
 #include <Zelmar01/descrtree/DescrQueries.h>
 
@@ -20,8 +21,8 @@ constexpr const char *parentColumn = "DESCR_ART_ID_PERE", *codeColumn = "DESCR_A
 int identifier(qint64 value, const QString &code)
 {
     if (value < std::numeric_limits<int>::min() || value > std::numeric_limits<int>::max())
-        throw EConvertError("Identifiant hors limites : " + std::to_string(value) + ", code " +
-                            code.toStdString());
+        throw EConvertError(Filled(Translate("Zelmar01", "Identifiant hors limites : %1, code %2"),
+                                   {std::to_string(value), code.toStdString()}));
     return static_cast<int>(value);
 }
 
@@ -30,8 +31,8 @@ int identifier(const QVariant &value, const QString &code)
     bool isNumber = true;
     const auto number = value.isNull() ? 0 : value.toLongLong(&isNumber);
     if (!isNumber)
-        throw EConvertError("Identifiant invalide : " + value.toString().toStdString() + ", code " +
-                            code.toStdString());
+        throw EConvertError(Filled(Translate("Zelmar01", "Identifiant invalide : %1, code %2"),
+                                   {value.toString().toStdString(), code.toStdString()}));
     return identifier(number, code);
 }
 

@@ -1,6 +1,7 @@
 #include <Zelmar01/descrtree/DescrTree.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <algorithm>
 #include <utility>
@@ -23,8 +24,8 @@ void TDescrTree::linkRows()
     for (TNode node = 1; node < m_links.size(); ++node) {
         const auto depth = m_rows.Depth(node - 1);
         if (depth > path.size())
-            throw EConvertError("Niveau sans parent au rang " + std::to_string(node) + ", code " +
-                                Code(node).toStdString());
+            throw EConvertError(Filled(Translate("Zelmar01", "Niveau sans parent au rang %1, code %2"),
+                                       {std::to_string(node), Code(node).toStdString()}));
         path.resize(depth);
         m_links[node].Parent = path.back();
         m_links[node].Row = m_links[path.back()].ChildCount++;
@@ -136,7 +137,8 @@ void TDescrTree::makeRoom(TLinks &links)
 void TDescrTree::RemoveLeaf(TNode node)
 {
     if (node == Root || ChildCount(node) > 0)
-        throw EInvalidOperation("Un niveau qui a des enfants ne peut pas être supprimé");
+        throw EInvalidOperation(
+            Translate("Zelmar01", "Un niveau qui a des enfants ne peut pas être supprimé"));
     const auto id = ID(node);
     auto &above = m_links[Parent(node)];
     for (auto row = m_links[node].Row + 1; row < above.ChildCount; ++row) {

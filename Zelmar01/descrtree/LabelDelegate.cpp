@@ -1,5 +1,6 @@
 #include "LabelDelegate.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 
 namespace Zelmar01 {
@@ -16,7 +17,7 @@ QWidget *TLabelDelegate::createEditor(QWidget *parent, const QStyleOptionViewIte
     if (auto *line = qobject_cast<QLineEdit *>(editor)) {
         if (const int longest = m_longest(); longest > 0)
             line->setMaxLength(longest);
-        line->setAccessibleName(QStringLiteral("Libellé"));
+        line->setAccessibleName(QCoreApplication::translate("Zelmar01", "Libellé"));
     }
     return editor;
 }

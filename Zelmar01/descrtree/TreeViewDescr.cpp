@@ -4,6 +4,7 @@
 
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/core/MessageBoxes.h>
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/core/WidgetBoxes.h>
 #include <Zelmar01/data/DataErrors.h>
 
@@ -34,8 +35,9 @@ void requireSameNodes(const TDescrTree &shown, const TDescrTree &read, const TNo
     for (std::size_t line = 2; a != TDescrTree::None || b != TDescrTree::None; ++line) {
         if (a == TDescrTree::None || b == TDescrTree::None || depthOf(shown, a) != depthOf(read, b) ||
             shown.Text(a, rule) != read.Text(b, rule))
-            throw EConvertError(path.toStdString() + ", ligne " + std::to_string(line) +
-                                " : ce niveau n'est pas celui du noeud de l'arbre");
+            throw EConvertError(
+                Filled(Translate("Zelmar01", "%1, ligne %2 : ce niveau n'est pas celui du noeud de l'arbre"),
+                       {path.toStdString(), std::to_string(line)}));
         a = shown.Next(a);
         b = read.Next(b);
     }
@@ -83,8 +85,8 @@ std::optional<TDescrTable> TTreeViewDescr::table() const
         return std::nullopt;
     if (auto *query = qobject_cast<TQuery *>(dataset))
         return TDescrTable(*query);
-    throw EInvalidOperation("L'ensemble de données de l'arbre « " + objectName().toStdString() +
-                            " » n'est pas une requête");
+    throw EInvalidOperation(
+        tr("L'ensemble de données de l'arbre « %1 » n'est pas une requête").arg(objectName()).toStdString());
 }
 
 TDescrTable TTreeViewDescr::requireTable() const
@@ -102,8 +104,8 @@ TCacheFiles TTreeViewDescr::cacheFiles() const
 void TTreeViewDescr::MettreAJourArbre(bool forcer)
 {
     if (!m_requete)
-        throw EInvalidOperation("L'arbre « " + objectName().toStdString() +
-                                " » n'a pas de source de données (Requete)");
+        throw EInvalidOperation(
+            tr("L'arbre « %1 » n'a pas de source de données (Requete)").arg(objectName()).toStdString());
     if (m_fichierSortie.isEmpty())
         m_fichierSortie = DefaultCachePrefix();
     std::exception_ptr trouble;
@@ -214,7 +216,7 @@ int TTreeViewDescr::NbNoeudsDsBase() const
 bool TTreeViewDescr::RemettreObjetsDepuisFichier(const QString &fichier)
 {
     if (!Arbre())
-        throw EInvalidOperation("L'arbre « " + objectName().toStdString() + " » n'est pas chargé");
+        throw EInvalidOperation(tr("L'arbre « %1 » n'est pas chargé").arg(objectName()).toStdString());
     TDescrTree tree(Arbre()->RootText(), ReadObjectFile(fichier));
     requireSameNodes(*Arbre(), tree, m_model.Rule(), fichier);
     EnregistrerConfiguration();

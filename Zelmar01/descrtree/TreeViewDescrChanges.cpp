@@ -48,7 +48,7 @@ bool TTreeViewDescr::EstDisponibleCode(TNode node, const QString &code) const
 bool TTreeViewDescr::canAdd(TNode parent, const QString &code, TMessage noMore) const
 {
     if (!Arbre())
-        throw EInvalidOperation("L'arbre « " + objectName().toStdString() + " » n'est pas chargé");
+        throw EInvalidOperation(tr("L'arbre « %1 » n'est pas chargé").arg(objectName()).toStdString());
     const bool isFull = DonnerProchainCode(parent).isEmpty();
     if (isFull || !EstDisponibleCode(parent, code)) {
         inform(isFull ? noMore : TMessage::CodeNotAvailable);
@@ -264,7 +264,7 @@ void TTreeViewDescr::writeLabel(TNode node, const QString &libelle)
     switch (
         rewrite(node, TDescr(level.ID, 0, LongLabel(above, libelle), libelle, level.LibCourt, level.Code))) {
     case wrMissing:
-        throw EDatabaseError("Le niveau « " + level.Code.toStdString() + " » n'est plus dans la base");
+        throw EDatabaseError(tr("Le niveau « %1 » n'est plus dans la base").arg(level.Code).toStdString());
     case wrDone:
         // The user may have moved on, which is what ended the editing.
         SelectionnerNoeud(NoeudSelectionne());

@@ -3,6 +3,7 @@
 #include "CheckBoxDelegate.h"
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/core/WidgetBoxes.h>
 
 #include <QScopeGuard>
@@ -26,8 +27,8 @@ TColumn keysOf(const TDataSet &dataSet, const TField &field)
                              ? values.Integer(row)
                              : ConvertValue(values.Value(row), ftInteger, field.FieldName()).toLongLong();
         if (key < TKeyLimits::min() || key > TKeyLimits::max())
-            throw EConvertError("La clé " + std::to_string(key) + " du champ « " +
-                                field.FieldName().toStdString() + " » dépasse 32 bits");
+            throw EConvertError(Filled(Translate("Zelmar01", "La clé %1 du champ « %2 » dépasse 32 bits"),
+                                       {std::to_string(key), field.FieldName().toStdString()}));
         keys[row] = key;
     }
     return TColumn::Of(std::move(keys));

@@ -88,7 +88,7 @@ void TDBComboBoxEditFk::SelectionnerCle(const QString &cle)
     if (list().RowOfKey(cle) < 0)
         return;
     if (!m_link->CanEdit())
-        throw EDatabaseError("Le champ « " + DataField().toStdString() + " » ne peut pas être modifié");
+        throw EDatabaseError(tr("Le champ « %1 » ne peut pas être modifié").arg(DataField()).toStdString());
     TComboBoxFk::SelectionnerCle(cle);
     pick();
 }
@@ -113,7 +113,7 @@ void TDBComboBoxEditFk::writeKey()
     if (row < 0 && text == field.AsString())
         return; // the key that no entry has, or null, as it was
     if (row < 0 && !text.isEmpty())
-        throw EDatabaseError("« " + text.toStdString() + " » ne figure pas dans la liste");
+        throw EDatabaseError(tr("« %1 » ne figure pas dans la liste").arg(text).toStdString());
     const auto key = row < 0 ? QString() : list().Key(row);
     if (key == field.AsString())
         return;

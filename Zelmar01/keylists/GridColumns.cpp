@@ -1,6 +1,7 @@
 #include <Zelmar01/keylists/GridColumns.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/data/DataSet.h>
 
 #include <algorithm>
@@ -124,14 +125,15 @@ void TGridColumn::FromLine(const QString &line)
             unknown << word;
     }
     if (!unknown.isEmpty())
-        throw EConvertError("« " + unknown.first().toStdString() + " » n'a pas de sens dans la colonne « " +
-                            line.toStdString() + " »");
+        throw EConvertError(Filled(Translate("Zelmar01", "« %1 » n'a pas de sens dans la colonne « %2 »"),
+                                   {unknown.first().toStdString(), line.toStdString()}));
 }
 
 TGridColumn &TGridColumns::operator[](int index) const
 {
     if (index < 0 || index >= Count())
-        throw EInvalidOperation("Aucune colonne au rang " + std::to_string(index));
+        throw EInvalidOperation(
+            Filled(Translate("Zelmar01", "Aucune colonne au rang %1"), {std::to_string(index)}));
     return *m_columns[static_cast<std::size_t>(index)];
 }
 
@@ -147,7 +149,8 @@ TGridColumn &TGridColumns::ByFieldName(const QString &name) const
     for (const auto &column : m_columns)
         if (isSame(column->FieldName(), name))
             return *column;
-    throw EInvalidOperation("Aucune colonne pour le champ « " + name.toStdString() + " »");
+    throw EInvalidOperation(
+        Filled(Translate("Zelmar01", "Aucune colonne pour le champ « %1 »"), {name.toStdString()}));
 }
 
 TGridColumn &TGridColumns::Add(const QString &fieldName)

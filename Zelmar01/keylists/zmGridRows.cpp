@@ -151,9 +151,8 @@ void TzmGrid::SupprimerLignes()
     const auto chosen = SelectedRows();
     if (chosen.isEmpty() || m_readOnly || !DataSet()->CanModify())
         return;
-    const auto question = chosen.size() > 1
-                              ? QStringLiteral("Supprimer les %1 lignes choisies ?").arg(chosen.size())
-                              : QStringLiteral("Supprimer la ligne ?");
+    const auto question = chosen.size() > 1 ? tr("Supprimer les %1 lignes choisies ?").arg(chosen.size())
+                                            : tr("Supprimer la ligne ?");
     if (m_options & dgConfirmDelete && MessageDlg(question, mtConfirmation, mbOK | mbCancel) != mbOK)
         return;
     if (chosen.size() == 1)

@@ -95,8 +95,9 @@ void TzmGrid::TitleClick(TGridColumn &column)
         return sortQuery(*query, column);
     auto *rows = dynamic_cast<TClientDataSet *>(DataSet());
     if (DataSet() && !rows)
-        throw EDatabaseError("L'ensemble de données « " + DataSet()->objectName().toStdString() +
-                             " » ne peut pas être trié");
+        throw EDatabaseError(tr("L'ensemble de données « %1 » ne peut pas être trié")
+                                 .arg(DataSet()->objectName())
+                                 .toStdString());
     m_sortState = NextSortState(m_sortState);
     if (rows)
         TriGrilleColonne(*rows, column.FieldName());

@@ -1,6 +1,7 @@
 #include <Zelmar01/package/RegisterComponents.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <utility>
 
@@ -24,7 +25,7 @@ TComponentRegistrar SetComponentRegistrar(TComponentRegistrar registrar)
 void RegisterComponents(const std::string &page, const std::vector<TComponentClass> &classes)
 {
     if (!theRegistrar())
-        throw EInvalidOperation("Aucun concepteur de fiches n'attend de composants");
+        throw EInvalidOperation(Translate("Zelmar01", "Aucun concepteur de fiches n'attend de composants"));
     theRegistrar()(page, classes);
 }
 

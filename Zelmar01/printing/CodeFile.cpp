@@ -3,6 +3,7 @@
 #include <Zelmar01/core/ApplicationDirectory.h>
 #include <Zelmar01/core/Exceptions.h>
 #include <Zelmar01/core/Messages.h>
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/printing/Notations.h>
 
 #include <algorithm>
@@ -260,7 +261,7 @@ EInOutError fileError(TMessage message, const std::filesystem::path &file)
     const int error = errno;
     auto cause = CauseFromErrno(error, utf8Path(file));
     if (error == EWOULDBLOCK)
-        cause.Remedy = "le fichier est en cours d'utilisation par un autre programme";
+        cause.Remedy = Translate("Zelmar01", "le fichier est en cours d'utilisation par un autre programme");
     return EInOutError(MessageText(message), std::move(cause));
 }
 
@@ -293,8 +294,10 @@ void LoadCodeFile(const std::filesystem::path &path, TPrinterCodes &codes)
             try {
                 takeCodeLine(*line, codes[type]);
             } catch (const EConvertError &error) {
-                throw EConvertError(error.what(),
-                                    {0, utf8Path(path) + " : ligne " + std::to_string(number), {}});
+                throw EConvertError(error.what(), {0,
+                                                   Filled(Translate("Zelmar01", "%1 : ligne %2"),
+                                                          {utf8Path(path), std::to_string(number)}),
+                                                   {}});
             }
     }
 }

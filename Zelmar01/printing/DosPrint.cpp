@@ -74,7 +74,7 @@ bool TDosPrint::EditPrinterCodes()
     const QPointer<TDosPrint> stillThere(this);
     const auto send = [stillThere](std::string_view code) {
         if (!stillThere)
-            throw EInvalidOperation("L'imprimante n'est plus liée à ce dialogue");
+            throw EInvalidOperation(tr("L'imprimante n'est plus liée à ce dialogue").toStdString());
         stillThere->sendCode(code);
     };
     auto edited = Codes;
@@ -88,8 +88,9 @@ bool TDosPrint::EditPrinterCodes()
 void TDosPrint::sendCode(std::string_view code)
 {
     if (!PrintString(code, false))
-        throw EInOutError(m_outcome.Unknown ? "L'imprimante a peut-être reçu le code"
-                                            : "Le code n'est pas parti vers l'imprimante",
+        throw EInOutError((m_outcome.Unknown ? tr("L'imprimante a peut-être reçu le code")
+                                             : tr("Le code n'est pas parti vers l'imprimante"))
+                              .toStdString(),
                           m_outcome.Cause);
 }
 

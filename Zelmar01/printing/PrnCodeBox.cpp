@@ -35,9 +35,9 @@ void TPrnCodeBox::contextMenuEvent(QContextMenuEvent *event)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (m_notation == TCodeNotation::Character) {
         menu->addSeparator();
-        addCharacters(*menu, u"Insérer NUL à SI"_s, 0x00, 0x0F);
-        addCharacters(*menu, u"Insérer DLE à US"_s, 0x10, 0x1F);
-        addCharacters(*menu, u"Insérer un autre caractère"_s, 0x20, 0xFF);
+        addCharacters(*menu, tr("Insérer NUL à SI"), 0x00, 0x0F);
+        addCharacters(*menu, tr("Insérer DLE à US"), 0x10, 0x1F);
+        addCharacters(*menu, tr("Insérer un autre caractère"), 0x20, 0xFF);
     }
     menu->popup(event->globalPos());
 }

@@ -1,6 +1,7 @@
 #include <Zelmar01/printing/PrnCodeDialog.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <utility>
 
@@ -24,7 +25,8 @@ TPrinterCodesDialog SetPrinterCodesDialog(TPrinterCodesDialog dialog)
 bool ShowPrinterCodesDialog(TPrinterCodes &codes, TPrinterType type, const TCodeSending &send)
 {
     if (!currentDialog())
-        throw EInvalidOperation("Le dialogue des codes d'imprimante n'est pas lié à cette application");
+        throw EInvalidOperation(
+            Translate("Zelmar01", "Le dialogue des codes d'imprimante n'est pas lié à cette application"));
     const auto show = currentDialog(); // stays alive when it sets another
     return show(codes, type, send);
 }

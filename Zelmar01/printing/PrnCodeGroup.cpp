@@ -2,6 +2,7 @@
 
 #include <Zelmar01/printing/PrnCodeBox.h>
 
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QLabel>
 
@@ -20,50 +21,63 @@ constexpr int headRow = 0, firstGap = 4, justificationRow = 7, lastRow = 11;
 struct TPlace
 {
     std::string_view Code;
-    const char16_t *Name; // read aloud
+    const char *Name; // read aloud
     int Row, Column;
 };
 // In the order in which the Tab key goes through them.
 constexpr TPlace places[] = {
-    {"BoldOn", u"Bold ON", 1, onWide},
-    {"BoldOff", u"Bold OFF", 1, offWide},
-    {"ItalicOn", u"Italic ON", 2, onWide},
-    {"ItalicOff", u"Italic OFF", 2, offWide},
-    {"UnderOn", u"Underline ON", 3, onWide},
-    {"UnderOff", u"Underline OFF", 3, offWide},
-    {"CarA", u"Fonte A", 5, on},
-    {"CarB", u"Fonte B", 5, off},
-    {"cBlack", u"Couleur No", 6, on},
-    {"cRed", u"Couleur Rg", 6, off},
-    {"Left", u"Justification Gauche", 8, on},
-    {"Centr", u"Justification Centrée", 9, on},
-    {"Right", u"Justification Droite", 10, on},
-    {"SelTic", u"Ticket", 1, right},
-    {"SelJnl", u"Journal", 2, right},
-    {"SelFac", u"Facture", 3, right},
-    {"Cutter", u"Cutter", 5, right},
-    {"Tiroir", u"Tiroir", 6, right},
-    {"Eject", u"Eject", justificationRow, right},
-    {"Return", u"Return", 8, right},
-    {"Back", u"Back", 9, right},
-    {"Reset", u"Reset", 10, right},
-    {"Ini", u"Ini", lastRow, right},
+    {"BoldOn", QT_TRANSLATE_NOOP("Zelmar01", "Bold ON"), 1, onWide},
+    {"BoldOff", QT_TRANSLATE_NOOP("Zelmar01", "Bold OFF"), 1, offWide},
+    {"ItalicOn", QT_TRANSLATE_NOOP("Zelmar01", "Italic ON"), 2, onWide},
+    {"ItalicOff", QT_TRANSLATE_NOOP("Zelmar01", "Italic OFF"), 2, offWide},
+    {"UnderOn", QT_TRANSLATE_NOOP("Zelmar01", "Underline ON"), 3, onWide},
+    {"UnderOff", QT_TRANSLATE_NOOP("Zelmar01", "Underline OFF"), 3, offWide},
+    {"CarA", QT_TRANSLATE_NOOP("Zelmar01", "Fonte A"), 5, on},
+    {"CarB", QT_TRANSLATE_NOOP("Zelmar01", "Fonte B"), 5, off},
+    {"cBlack", QT_TRANSLATE_NOOP("Zelmar01", "Couleur No"), 6, on},
+    {"cRed", QT_TRANSLATE_NOOP("Zelmar01", "Couleur Rg"), 6, off},
+    {"Left", QT_TRANSLATE_NOOP("Zelmar01", "Justification Gauche"), 8, on},
+    {"Centr", QT_TRANSLATE_NOOP("Zelmar01", "Justification Centrée"), 9, on},
+    {"Right", QT_TRANSLATE_NOOP("Zelmar01", "Justification Droite"), 10, on},
+    {"SelTic", QT_TRANSLATE_NOOP("Zelmar01", "Ticket"), 1, right},
+    {"SelJnl", QT_TRANSLATE_NOOP("Zelmar01", "Journal"), 2, right},
+    {"SelFac", QT_TRANSLATE_NOOP("Zelmar01", "Facture"), 3, right},
+    {"Cutter", QT_TRANSLATE_NOOP("Zelmar01", "Cutter"), 5, right},
+    {"Tiroir", QT_TRANSLATE_NOOP("Zelmar01", "Tiroir"), 6, right},
+    {"Eject", QT_TRANSLATE_NOOP("Zelmar01", "Eject"), justificationRow, right},
+    {"Return", QT_TRANSLATE_NOOP("Zelmar01", "Return"), 8, right},
+    {"Back", QT_TRANSLATE_NOOP("Zelmar01", "Back"), 9, right},
+    {"Reset", QT_TRANSLATE_NOOP("Zelmar01", "Reset"), 10, right},
+    {"Ini", QT_TRANSLATE_NOOP("Zelmar01", "Ini"), lastRow, right},
 };
 static_assert(std::size(places) == PrinterCodeCount);
 
 struct TLabel
 {
-    const char16_t *Text;
+    const char *Text;
     int Row, Column;
 };
 constexpr TLabel labels[] = {
-    {u"Bold", 1, rowLabel},      {u"Italic", 2, rowLabel},      {u"Underline", 3, rowLabel},
-    {u"Couleur", 6, rowLabel},   {u"No", 6, onLabel},           {u"Gauche", 8, rowLabel},
-    {u"Centrée", 9, rowLabel},   {u"Droite", 10, rowLabel},     {u"B", 5, offLabel},
-    {u"Rg", 6, offLabel},        {u"Ticket", 1, rightLabel},    {u"Journal", 2, rightLabel},
-    {u"Facture", 3, rightLabel}, {u"Cutter", 5, rightLabel},    {u"Tiroir", 6, rightLabel},
-    {u"Eject", 7, rightLabel},   {u"Return", 8, rightLabel},    {u"Back", 9, rightLabel},
-    {u"Reset", 10, rightLabel},  {u"Ini", lastRow, rightLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Bold"), 1, rowLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Italic"), 2, rowLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Underline"), 3, rowLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Couleur"), 6, rowLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "No"), 6, onLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Gauche"), 8, rowLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Centrée"), 9, rowLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Droite"), 10, rowLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "B"), 5, offLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Rg"), 6, offLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Ticket"), 1, rightLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Journal"), 2, rightLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Facture"), 3, rightLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Cutter"), 5, rightLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Tiroir"), 6, rightLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Eject"), 7, rightLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Return"), 8, rightLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Back"), 9, rightLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Reset"), 10, rightLabel},
+    {QT_TRANSLATE_NOOP("Zelmar01", "Ini"), lastRow, rightLabel},
 };
 
 // What a box shows without scrolling: the lists of most codes.
@@ -78,14 +92,14 @@ std::size_t indexOf(std::string_view code)
     return i;
 }
 
-QLabel *makeLabel(const char16_t *text)
+QLabel *makeLabel(const char *text)
 {
-    return new QLabel(QString::fromUtf16(text));
+    return new QLabel(QCoreApplication::translate("Zelmar01", text));
 }
 
 } // namespace
 
-TPrnCodeGroup::TPrnCodeGroup(QWidget *parent) : QGroupBox(u" Codes de contrôle"_s, parent)
+TPrnCodeGroup::TPrnCodeGroup(QWidget *parent) : QGroupBox(tr(" Codes de contrôle"), parent)
 {
     setObjectName(u"GroupBox1"_s);
     auto *const grid = new QGridLayout(this);
@@ -104,7 +118,7 @@ void TPrnCodeGroup::addBoxes(QGridLayout &grid)
         auto *const box = new TPrnCodeBox(this);
         box->setObjectName(QString::fromLatin1(place.Code.data(), static_cast<qsizetype>(place.Code.size())) +
                            u"Edit"_s);
-        box->setAccessibleName(QString::fromUtf16(place.Name));
+        box->setAccessibleName(QCoreApplication::translate("Zelmar01", place.Name));
         box->setMinimumWidth(box->fontMetrics().averageCharWidth() * boxCharacters);
         const bool isWide = place.Column == onWide || place.Column == offWide;
         grid.addWidget(box, place.Row, place.Column, 1, isWide ? 2 : 1);
@@ -116,10 +130,11 @@ void TPrnCodeGroup::addLabels(QGridLayout &grid)
 {
     for (const auto &label : labels)
         grid.addWidget(makeLabel(label.Text), label.Row, label.Column);
-    grid.addWidget(makeLabel(u"Fonte     A"), 5, rowLabel, 1, 2);
-    grid.addWidget(makeLabel(u"Justification"), justificationRow, on, Qt::AlignBottom);
-    grid.addWidget(makeLabel(u"ON"), headRow, onWide, 1, 2, Qt::AlignHCenter);
-    grid.addWidget(makeLabel(u"OFF"), headRow, offWide, 1, 2, Qt::AlignHCenter);
+    grid.addWidget(makeLabel(QT_TRANSLATE_NOOP("Zelmar01", "Fonte     A")), 5, rowLabel, 1, 2);
+    grid.addWidget(makeLabel(QT_TRANSLATE_NOOP("Zelmar01", "Justification")), justificationRow, on,
+                   Qt::AlignBottom);
+    grid.addWidget(makeLabel(QT_TRANSLATE_NOOP("Zelmar01", "ON")), headRow, onWide, 1, 2, Qt::AlignHCenter);
+    grid.addWidget(makeLabel(QT_TRANSLATE_NOOP("Zelmar01", "OFF")), headRow, offWide, 1, 2, Qt::AlignHCenter);
 }
 
 } // namespace Zelmar01

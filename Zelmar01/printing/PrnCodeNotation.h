@@ -11,7 +11,10 @@ namespace Zelmar01 {
 /// The notations in which the codes dialog shows and takes codes, in the order in which it offers them.
 enum class TCodeNotation { Decimal, Hexadecimal, Character };
 
-inline constexpr std::array<const char16_t *, 3> CodeNotationNames{u"Décimal", u"Hexa", u"caractère"};
+/// Their names, to be translated in the context "Zelmar01".
+inline constexpr std::array<const char *, 3> CodeNotationNames{QT_TRANSLATE_NOOP("Zelmar01", "Décimal"),
+                                                               QT_TRANSLATE_NOOP("Zelmar01", "Hexa"),
+                                                               QT_TRANSLATE_NOOP("Zelmar01", "caractère")};
 
 /// A code in a notation: a decimal list, a hexadecimal list, or its characters, one a byte.
 QString CodeText(TCodeNotation notation, std::string_view code);

@@ -5,6 +5,7 @@
 #include <Zelmar01/printing/PrinterCodes.h>
 #include <Zelmar01/printing/PrnCodeBox.h>
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
@@ -18,7 +19,7 @@ namespace {
 
 QString inPlain()
 {
-    return u"En clair"_s;
+    return QCoreApplication::translate("Zelmar01", "En clair");
 }
 
 TCodeNotation otherThan(TCodeNotation notation)
@@ -28,8 +29,12 @@ TCodeNotation otherThan(TCodeNotation notation)
 
 QString sizeText(std::size_t size)
 {
-    const auto text = (size < 2 ? u"%1 octet"_s : u"%1 octets"_s).arg(size);
-    return size > TPrinterCode::MaxLength ? text + u", %1 gardés"_s.arg(TPrinterCode::MaxLength) : text;
+    const auto text = (size < 2 ? QCoreApplication::translate("Zelmar01", "%1 octet")
+                                : QCoreApplication::translate("Zelmar01", "%1 octets"))
+                          .arg(size);
+    return size > TPrinterCode::MaxLength
+               ? text + QCoreApplication::translate("Zelmar01", ", %1 gardés").arg(TPrinterCode::MaxLength)
+               : text;
 }
 
 } // namespace
@@ -45,9 +50,11 @@ TPrnCodePanel::TPrnCodePanel(bool canSend, QWidget *parent)
     m_name->setFont(font);
     m_plain->setAccessibleName(inPlain());
     // The longest texts of these labels, so that nothing moves when they change.
-    m_name->setMinimumWidth(m_name->fontMetrics().horizontalAdvance(u"Justification Centrée"_s));
+    m_name->setMinimumWidth(m_name->fontMetrics().horizontalAdvance(
+        QCoreApplication::translate("Zelmar01", "Justification Centrée")));
     m_plainName->setMinimumWidth(m_plainName->fontMetrics().horizontalAdvance(inPlain()));
-    m_otherName->setMinimumWidth(m_otherName->fontMetrics().horizontalAdvance(u"Décimal"_s));
+    m_otherName->setMinimumWidth(
+        m_otherName->fontMetrics().horizontalAdvance(QCoreApplication::translate("Zelmar01", "Décimal")));
 
     auto *const grid = new QGridLayout(this);
     grid->setVerticalSpacing(0);
@@ -60,9 +67,9 @@ TPrnCodePanel::TPrnCodePanel(bool canSend, QWidget *parent)
     grid->addWidget(m_plain, 1, 2);
     grid->setColumnStretch(2, 1);
     if (canSend) {
-        m_send = new QPushButton(u"Envoyer à l'imprimante"_s);
+        m_send = new QPushButton(tr("Envoyer à l'imprimante"));
         m_send->setObjectName(u"sendCode"_s);
-        m_send->setToolTip(u"Envoie ce code à l'imprimante, sans rien enregistrer"_s);
+        m_send->setToolTip(tr("Envoie ce code à l'imprimante, sans rien enregistrer"));
         m_send->setEnabled(false);
         grid->addWidget(m_send, 0, 3, 2, 1);
         connect(m_send, &QPushButton::clicked, this, &TPrnCodePanel::OnSend);
@@ -102,7 +109,8 @@ void TPrnCodePanel::showCode(const TPrnCodeBox &box, std::string_view code)
     const auto notation = otherThan(box.Notation());
     m_count = kept.Bytes().size();
     m_size->setText(sizeText(code.size()));
-    m_otherName->setText(QString::fromUtf16(CodeNotationNames[static_cast<std::size_t>(notation)]));
+    m_otherName->setText(
+        QCoreApplication::translate("Zelmar01", CodeNotationNames[static_cast<std::size_t>(notation)]));
     m_other->setAccessibleName(m_otherName->text());
     m_other->setText(CodeText(notation, kept));
     m_plain->setText(QString::fromStdString(CodeMnemonics(kept)));
@@ -121,7 +129,7 @@ void TPrnCodePanel::showError(const QString &text)
 
 void TPrnCodePanel::ShowSent()
 {
-    m_size->setText(sizeText(m_count) + (m_count < 2 ? u" envoyé"_s : u" envoyés"_s));
+    m_size->setText(sizeText(m_count) + (m_count < 2 ? tr(" envoyé") : tr(" envoyés")));
 }
 
 void TPrnCodePanel::changeEvent(QEvent *event)

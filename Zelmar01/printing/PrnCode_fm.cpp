@@ -35,14 +35,14 @@ constexpr float darkTint = 0.12F;
 
 struct TTypeItem
 {
-    const char16_t *Text;
+    const char *Text;
     TPrinterType Type;
 };
-constexpr TTypeItem typeItems[] = {{u"HP PCL", ptHPPCL},
-                                   {u"Epson", ptEpson},
-                                   {u"IBM", ptIBM},
-                                   {u"Personalisée", ptUser1},
-                                   {u"Tiroir", ptTiroir}};
+constexpr TTypeItem typeItems[] = {{QT_TRANSLATE_NOOP("Zelmar01", "HP PCL"), ptHPPCL},
+                                   {QT_TRANSLATE_NOOP("Zelmar01", "Epson"), ptEpson},
+                                   {QT_TRANSLATE_NOOP("Zelmar01", "IBM"), ptIBM},
+                                   {QT_TRANSLATE_NOOP("Zelmar01", "Personalisée"), ptUser1},
+                                   {QT_TRANSLATE_NOOP("Zelmar01", "Tiroir"), ptTiroir}};
 
 int itemOf(TPrinterType type)
 {
@@ -120,7 +120,7 @@ TfmPrnCode::TfmPrnCode(QWidget *parent, TCodeSending send)
 {
     UseMessageBoxes();
     setObjectName(u"fmPrnCode"_s);
-    setWindowTitle(u"Printer Control Codes"_s);
+    setWindowTitle(tr("Printer Control Codes"));
     auto *const content = new QWidget;
     auto *const upper = new QVBoxLayout(content);
     upper->setContentsMargins({});
@@ -143,8 +143,8 @@ QLayout *TfmPrnCode::makeHead()
     m_types = new QComboBox;
     m_types->setObjectName(u"PrinterCombo"_s);
     for (const auto &item : typeItems)
-        m_types->addItem(QString::fromUtf16(item.Text));
-    auto *const label = new QLabel(u"Type de l'imprimante "_s);
+        m_types->addItem(QCoreApplication::translate("Zelmar01", item.Text));
+    auto *const label = new QLabel(tr("Type de l'imprimante "));
     m_types->setAccessibleName(label->text().trimmed());
     connect(m_types, &QComboBox::currentIndexChanged, this,
             [this] { userDoes([this] { PrinterComboChange(m_types); }); });
@@ -155,9 +155,9 @@ QLayout *TfmPrnCode::makeHead()
     head->setColumnMinimumWidth(1, fontMetrics().height() * 2);
     int row = 0;
     for (const auto &text :
-         {u"Les codes de contrôle doivent être entrés comme des listes de valeurs déci ou hexa-"_s,
-          u"décimales séparées par des virgules."_s,
-          u"Pour les fonctions non supportées, laisser la zone vide."_s})
+         {tr("Les codes de contrôle doivent être entrés comme des listes de valeurs déci ou hexa-"),
+          tr("décimales séparées par des virgules."),
+          tr("Pour les fonctions non supportées, laisser la zone vide.")})
         head->addWidget(new QLabel(text), row++, 2);
     head->setColumnStretch(2, 1);
     return head;
@@ -165,12 +165,12 @@ QLayout *TfmPrnCode::makeHead()
 
 QLayout *TfmPrnCode::makeFoot()
 {
-    auto *const notations = new QGroupBox(u"Notation"_s);
+    auto *const notations = new QGroupBox(tr("Notation"));
     notations->setObjectName(u"RgNotation"_s);
     auto *const row = new QHBoxLayout(notations);
     m_notations = new QButtonGroup(notations);
     for (const auto *const name : CodeNotationNames) {
-        auto *const button = new QRadioButton(QString::fromUtf16(name));
+        auto *const button = new QRadioButton(QCoreApplication::translate("Zelmar01", name));
         m_notations->addButton(button, static_cast<int>(m_notations->buttons().size()));
         row->addWidget(button);
     }
@@ -181,11 +181,11 @@ QLayout *TfmPrnCode::makeFoot()
             userDoes([this] { RgNotationClick(); });
     });
 
-    auto *const ok = new QPushButton(u"OK"_s);
+    auto *const ok = new QPushButton(tr("OK"));
     ok->setObjectName(u"btnOK"_s);
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, [this] { userDoes([this] { OKBtnClick(); }); });
-    m_cancel = new QPushButton(u"Annuler"_s);
+    m_cancel = new QPushButton(tr("Annuler"));
     m_cancel->setObjectName(u"btnCancel"_s);
     connect(m_cancel, &QPushButton::clicked, this, &TfmPrnCode::btnCancelClick);
 

@@ -10,11 +10,9 @@ namespace Zelmar01 {
 
 namespace {
 
-std::string nameWithoutNamespace(const QObject *object)
+QString nameWithoutNamespace(const QObject *object)
 {
-    const std::string name = object->metaObject()->className();
-    const auto colons = name.rfind("::");
-    return colons == name.npos ? name : name.substr(colons + 2);
+    return QString::fromLatin1(object->metaObject()->className()).section(QLatin1String("::"), -1);
 }
 
 // The first widget in a page that Tab would reach.
@@ -106,7 +104,7 @@ void TExtPageControl::addPage(QWidget *page)
 {
     auto *sheet = qobject_cast<TTabSheet *>(page);
     if (!sheet)
-        throw EInvalidOperation("Une page d'un TExtPageControl doit être un TTabSheet");
+        throw EInvalidOperation(tr("Une page d'un TExtPageControl doit être un TTabSheet").toStdString());
     AddPage(sheet);
 }
 
@@ -168,9 +166,10 @@ int TExtPageControl::GetPageIndexByTabIndex(int tabIndex) const
         }
     }
     throw EExtPageInvalidCall(
-        "Function GetPageIndexByTabIndex of component " + objectName().toStdString() + " of class " +
-        nameWithoutNamespace(this) +
-        " was called with an invalid parameter (CurrentTabIndex = " + std::to_string(tabIndex) + ").");
+        tr("Function GetPageIndexByTabIndex of component %1 of class %2 was called with an invalid parameter "
+           "(CurrentTabIndex = %3).")
+            .arg(objectName(), nameWithoutNamespace(this), QString::number(tabIndex))
+            .toStdString());
 }
 
 void TExtPageControl::SetActivePage(TTabSheet *page)

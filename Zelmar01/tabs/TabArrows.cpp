@@ -2,6 +2,7 @@
 
 #include <Zelmar01/tabs/QtRect.h>
 
+#include <QCoreApplication>
 #include <QToolButton>
 
 namespace Zelmar01 {
@@ -16,8 +17,8 @@ TTabArrows::TTabArrows(QWidget *parent, std::function<void(int)> scroll)
         const int step = button == m_back ? -1 : 1;
         connect(button, &QToolButton::clicked, this, [scroll, step] { scroll(step); });
     }
-    m_back->setAccessibleName(QStringLiteral("Onglets précédents"));
-    m_forward->setAccessibleName(QStringLiteral("Onglets suivants"));
+    m_back->setAccessibleName(QCoreApplication::translate("Zelmar01", "Onglets précédents"));
+    m_forward->setAccessibleName(QCoreApplication::translate("Zelmar01", "Onglets suivants"));
 }
 
 void TTabArrows::Place(const TRect &rect, bool vertical, bool canGoBack, bool canGoForward)

@@ -2,6 +2,8 @@
 
 #include <Zelmar01/core/Exceptions.h>
 
+#include <QCoreApplication>
+
 namespace Zelmar01 {
 
 /// A tab index that no page has.
@@ -16,7 +18,9 @@ class EStringListError : public Exception
 {
 public:
     explicit EStringListError(int index)
-        : Exception("Indice de liste hors limites (" + std::to_string(index) + ")")
+        : Exception(QCoreApplication::translate("Zelmar01", "Indice de liste hors limites (%1)")
+                        .arg(index)
+                        .toStdString())
     {
     }
 };

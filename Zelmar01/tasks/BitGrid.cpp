@@ -8,16 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace Zelmar01 {
 
-namespace {
-
-const QLocale &french()
-{
-    static const QLocale locale(QLocale::French, QLocale::France);
-    return locale;
-}
-
-} // namespace
-
 TBitGrid::TBitGrid(const QString &name, const QString &label, const std::vector<TBox> &boxes, int columns)
 {
     setObjectName(name);
@@ -43,16 +33,16 @@ TBitGrid *TBitGrid::DaysOfWeek(const QString &name)
     constexpr int week = 7;
     std::vector<TBox> boxes;
     for (int day = 1; day <= week; ++day)
-        boxes.push_back({day % week, french().dayName(day, QLocale::ShortFormat)});
-    return new TBitGrid(name, u"Jours de la semaine"_s, boxes, week);
+        boxes.push_back({day % week, QLocale(tr("fr_FR")).dayName(day, QLocale::ShortFormat)});
+    return new TBitGrid(name, tr("Jours de la semaine"), boxes, week);
 }
 
 TBitGrid *TBitGrid::Months(const QString &name)
 {
     std::vector<TBox> boxes;
     for (int month = 1; month <= 12; ++month)
-        boxes.push_back({month - 1, french().monthName(month, QLocale::ShortFormat)});
-    return new TBitGrid(name, u"Mois"_s, boxes, 6);
+        boxes.push_back({month - 1, QLocale(tr("fr_FR")).monthName(month, QLocale::ShortFormat)});
+    return new TBitGrid(name, tr("Mois"), boxes, 6);
 }
 
 TBitGrid *TBitGrid::DaysOfMonth(const QString &name)
@@ -60,7 +50,7 @@ TBitGrid *TBitGrid::DaysOfMonth(const QString &name)
     std::vector<TBox> boxes;
     for (int day = 1; day <= 31; ++day)
         boxes.push_back({day - 1, QString::number(day)});
-    return new TBitGrid(name, u"Jours du mois"_s, boxes, 8);
+    return new TBitGrid(name, tr("Jours du mois"), boxes, 8);
 }
 
 void TBitGrid::SetMask(std::uint32_t mask)

@@ -27,10 +27,10 @@ TMinutesField::TMinutesField(const QString &name, const QString &label)
     m_number->setRange(1, largestNumber);
     m_number->setAccessibleName(label);
     m_unit->setObjectName(name + u"Unit"_s);
-    m_unit->setAccessibleName(label + u" : unité"_s);
-    m_unit->addItem(u"minutes"_s, 1);
-    m_unit->addItem(u"heures"_s, minutesAnHour);
-    m_unit->addItem(u"jours"_s, minutesADay);
+    m_unit->setAccessibleName(tr("%1 : unité").arg(label));
+    m_unit->addItem(tr("minutes"), 1);
+    m_unit->addItem(tr("heures"), minutesAnHour);
+    m_unit->addItem(tr("jours"), minutesADay);
     setFocusProxy(m_number);
 
     auto *layout = new QHBoxLayout(this);

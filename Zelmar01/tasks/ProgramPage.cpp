@@ -40,42 +40,43 @@ QLineEdit *makeField(const QString &name, const QString &help)
 } // namespace
 
 TProgramPage::TProgramPage()
-    : m_file(makeFact(u"file"_s, u"Fichier"_s)), m_account(makeFact(u"account"_s, u"Compte"_s)),
-      m_program(makeField(u"program"_s, u"Le programme que la tâche démarre."_s)),
+    : m_file(makeFact(u"file"_s, tr("Fichier"))), m_account(makeFact(u"account"_s, tr("Compte"))),
+      m_program(makeField(u"program"_s, tr("Le programme que la tâche démarre."))),
       m_parameters(makeField(u"parameters"_s,
-                             u"Ce que le programme reçoit sur sa ligne de commande. Un paramètre qui "
-                             "contient des espaces s'écrit entre guillemets."_s)),
-      m_directory(makeField(u"directory"_s, u"Le dossier dans lequel le programme démarre."_s)),
+                             tr("Ce que le programme reçoit sur sa ligne de commande. Un paramètre qui "
+                                "contient des espaces s'écrit entre guillemets."))),
+      m_directory(makeField(u"directory"_s, tr("Le dossier dans lequel le programme démarre."))),
       m_comment(new QPlainTextEdit),
-      m_enabled(new QCheckBox(u"Tâche acti&vée : elle s'exécute aux heures prévues"_s))
+      m_enabled(new QCheckBox(tr("Tâche acti&vée : elle s'exécute aux heures prévues")))
 {
     setObjectName(u"taskPage"_s);
     setWhatsThis(
-        u"Le programme de la tâche : ce qui est exécuté, avec quels paramètres, dans quel dossier et "
-        "sous quel compte."_s);
+        tr("Le programme de la tâche : ce qui est exécuté, avec quels paramètres, dans quel dossier et "
+           "sous quel compte."));
     m_comment->setObjectName(u"comment"_s);
     m_comment->setTabChangesFocus(true);
-    m_comment->setWhatsThis(u"Une note libre sur la tâche."_s);
+    m_comment->setWhatsThis(tr("Une note libre sur la tâche."));
     m_enabled->setObjectName(u"enabled"_s);
-    m_enabled->setWhatsThis(u"Une tâche désactivée reste dans la liste et ne démarre pas."_s);
+    m_enabled->setWhatsThis(tr("Une tâche désactivée reste dans la liste et ne démarre pas."));
 
     auto *layout = new QFormLayout(this);
     layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    layout->addRow(u"Fichier :"_s, m_file);
-    layout->addRow(u"&Exécuter :"_s, withButton(m_program, u"programBrowse"_s, &TProgramPage::browseProgram));
-    layout->addRow(u"P&aramètres :"_s, m_parameters);
-    layout->addRow(u"&Démarrer dans :"_s,
+    layout->addRow(tr("Fichier :"), m_file);
+    layout->addRow(tr("&Exécuter :"),
+                   withButton(m_program, u"programBrowse"_s, &TProgramPage::browseProgram));
+    layout->addRow(tr("P&aramètres :"), m_parameters);
+    layout->addRow(tr("&Démarrer dans :"),
                    withButton(m_directory, u"directoryBrowse"_s, &TProgramPage::browseDirectory));
-    layout->addRow(u"Co&mmentaire :"_s, m_comment);
-    layout->addRow(u"Compte :"_s, m_account);
+    layout->addRow(tr("Co&mmentaire :"), m_comment);
+    layout->addRow(tr("Compte :"), m_account);
     layout->addRow(m_enabled);
     // A row that is a field and a button is labelled for the field.
     for (auto *field : {m_program, m_directory})
         qobject_cast<QLabel *>(layout->labelForField(field->parentWidget()))->setBuddy(field);
-    m_program->setAccessibleName(u"Programme à exécuter"_s);
-    m_parameters->setAccessibleName(u"Paramètres du programme"_s);
-    m_directory->setAccessibleName(u"Dossier de démarrage"_s);
-    m_comment->setAccessibleName(u"Commentaire"_s);
+    m_program->setAccessibleName(tr("Programme à exécuter"));
+    m_parameters->setAccessibleName(tr("Paramètres du programme"));
+    m_directory->setAccessibleName(tr("Dossier de démarrage"));
+    m_comment->setAccessibleName(tr("Commentaire"));
 
     for (auto *field : {m_program, m_parameters, m_directory})
         connect(field, &QLineEdit::textChanged, this, &TProgramPage::fieldChanged);
@@ -88,8 +89,8 @@ QWidget *TProgramPage::withButton(QLineEdit *field, const QString &name, void (T
 {
     auto *button = new QPushButton(u"…"_s);
     button->setObjectName(name);
-    button->setAccessibleName(u"Parcourir"_s);
-    button->setToolTip(u"Parcourir"_s);
+    button->setAccessibleName(tr("Parcourir"));
+    button->setToolTip(tr("Parcourir"));
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, browse);
     auto *row = new QWidget;
@@ -102,12 +103,13 @@ QWidget *TProgramPage::withButton(QLineEdit *field, const QString &name, void (T
 
 void TProgramPage::browseProgram()
 {
-    put(m_program, QFileDialog::getOpenFileName(this, u"Programme à exécuter"_s, m_program->text()));
+    put(m_program, QFileDialog::getOpenFileName(this, tr("Programme à exécuter"), m_program->text()));
 }
 
 void TProgramPage::browseDirectory()
 {
-    put(m_directory, QFileDialog::getExistingDirectory(this, u"Dossier de démarrage"_s, m_directory->text()));
+    put(m_directory,
+        QFileDialog::getExistingDirectory(this, tr("Dossier de démarrage"), m_directory->text()));
 }
 
 void TProgramPage::put(QLineEdit *field, const QString &path)
@@ -121,7 +123,7 @@ void TProgramPage::put(QLineEdit *field, const QString &path)
 void TProgramPage::fill(const TTaskSettings &settings)
 {
     m_file->setText(settings.File);
-    m_account->setText(settings.Account.isEmpty() ? u"aucun compte n'est indiqué"_s : settings.Account);
+    m_account->setText(settings.Account.isEmpty() ? tr("aucun compte n'est indiqué") : settings.Account);
     m_file->setCursorPosition(0);
     m_program->setText(settings.ApplicationName);
     m_parameters->setText(settings.Parameters);
@@ -137,7 +139,7 @@ void TProgramPage::TakeSettings(TTaskSettings &settings) const
     if (m_program->isModified()) {
         const auto program = m_program->text().trimmed();
         if (program.isEmpty())
-            throw ERefusedValue("Indiquez le programme que la tâche doit exécuter.", m_program);
+            throw ERefusedValue(tr("Indiquez le programme que la tâche doit exécuter."), m_program);
         settings.ApplicationName = program;
     }
     if (m_parameters->isModified())

@@ -6,6 +6,7 @@
 #include <Zelmar01/tasks/service/RunTimes.h>
 #include <Zelmar01/tasks/service/TriggerText.h>
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -50,10 +51,11 @@ SYSTEMTIME systemTime(const QDateTime &moment)
 
 QString runText(const SYSTEMTIME &run)
 {
-    const QLocale french(QLocale::French, QLocale::France);
     const QDateTime moment(QDate(run.wYear, run.wMonth, run.wDay), QTime(run.wHour, run.wMinute));
-    return french.toString(moment,
-                           run.wDay == 1 ? u"dddd '1er' MMMM yyyy HH:mm"_s : u"dddd d MMMM yyyy HH:mm"_s);
+    return QLocale(QCoreApplication::translate("Zelmar01", "fr_FR"))
+        .toString(moment, run.wDay == 1
+                              ? QCoreApplication::translate("Zelmar01", "dddd '1er' MMMM yyyy HH:mm")
+                              : QCoreApplication::translate("Zelmar01", "dddd d MMMM yyyy HH:mm"));
 }
 
 QListWidget *makeList(const QString &name, const QString &label)
@@ -75,13 +77,14 @@ QPushButton *makeButton(const QString &name, const QString &text)
 } // namespace
 
 TSchedulePage::TSchedulePage()
-    : m_list(makeList(u"triggers"_s, u"Déclencheurs"_s)), m_none(new QLabel(Format(TMessage::NoTriggerLine))),
-      m_add(makeButton(u"add"_s, u"&Nouveau"_s)), m_delete(makeButton(u"delete"_s, u"&Supprimer"_s)),
-      m_editor(new TTriggerEditor), m_runs(makeList(u"runs"_s, u"Prochaines exécutions"_s))
+    : m_list(makeList(u"triggers"_s, tr("Déclencheurs"))),
+      m_none(new QLabel(Format(TMessage::NoTriggerLine))), m_add(makeButton(u"add"_s, tr("&Nouveau"))),
+      m_delete(makeButton(u"delete"_s, tr("&Supprimer"))), m_editor(new TTriggerEditor),
+      m_runs(makeList(u"runs"_s, tr("Prochaines exécutions")))
 {
     setObjectName(u"schedulePage"_s);
-    setWhatsThis(u"Quand la tâche démarre. Une tâche peut avoir plusieurs déclencheurs ; à droite, ses "
-                 "prochaines exécutions telles qu'elles seraient avec ce que dit cette page."_s);
+    setWhatsThis(tr("Quand la tâche démarre. Une tâche peut avoir plusieurs déclencheurs ; à droite, ses "
+                    "prochaines exécutions telles qu'elles seraient avec ce que dit cette page."));
     m_none->setTextFormat(Qt::PlainText);
     m_none->setObjectName(u"none"_s);
     m_list->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
@@ -103,7 +106,7 @@ TSchedulePage::TSchedulePage()
     auto *left = new QVBoxLayout;
     left->addLayout(top);
     left->addWidget(m_editor, 1);
-    auto *caption = new QLabel(u"Prochaines e&xécutions :"_s);
+    auto *caption = new QLabel(tr("Prochaines e&xécutions :"));
     caption->setBuddy(m_runs);
     auto *right = new QVBoxLayout;
     right->addWidget(caption);

@@ -4,6 +4,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -27,24 +28,24 @@ QSpinBox *makeMinutes(const QString &name, const QString &label)
     field->setObjectName(name);
     field->setAccessibleName(label);
     field->setRange(0, std::numeric_limits<std::uint16_t>::max());
-    field->setSuffix(u" min"_s);
+    field->setSuffix(QCoreApplication::translate("Zelmar01", " min"));
     return field;
 }
 
 } // namespace
 
 TSettingsPage::TSettingsPage()
-    : m_limited(new QCheckBox(u"&Arrêter la tâche quand elle dure plus de"_s)),
-      m_limit(new TMinutesField(u"limit"_s, u"Durée maximale"_s))
+    : m_limited(new QCheckBox(tr("&Arrêter la tâche quand elle dure plus de"))),
+      m_limit(new TMinutesField(u"limit"_s, tr("Durée maximale")))
 {
     setObjectName(u"settingsPage"_s);
-    setWhatsThis(u"Combien de temps la tâche peut durer, et ce qu'elle attend ou évite pour démarrer."_s);
+    setWhatsThis(tr("Combien de temps la tâche peut durer, et ce qu'elle attend ou évite pour démarrer."));
     auto *layout = new QVBoxLayout(this);
     for (auto *group : {makeEnd(), makeIdle(), makePower(), makeOthers()})
         layout->addWidget(group);
-    auto *note = new QLabel(u"Ce système ne tient pas compte de l'inactivité, du réveil, de la connexion, de "
-                            u"la session ouverte ni "
-                            "du bureau. La tâche garde ces réglages pour un système qui le fait."_s);
+    auto *note = new QLabel(
+        tr("Ce système ne tient pas compte de l'inactivité, du réveil, de la connexion, de "
+           "la session ouverte ni du bureau. La tâche garde ces réglages pour un système qui le fait."));
     note->setWordWrap(true);
     layout->addWidget(note);
     layout->addStretch(1);
@@ -75,7 +76,7 @@ QCheckBox *TSettingsPage::addFlag(std::uint32_t flag, const QString &name, const
 QWidget *TSettingsPage::makeEnd()
 {
     m_limited->setObjectName(u"limited"_s);
-    auto *group = new QGroupBox(u"Fin de la tâche"_s);
+    auto *group = new QGroupBox(tr("Fin de la tâche"));
     auto *layout = new QVBoxLayout(group);
     auto *row = new QHBoxLayout;
     row->addWidget(m_limited);
@@ -83,31 +84,31 @@ QWidget *TSettingsPage::makeEnd()
     row->addStretch(1);
     layout->addLayout(row);
     layout->addWidget(addFlag(TaskFlag::DeleteWhenDone, u"deleteWhenDone"_s,
-                              u"&Supprimer la tâche quand plus aucune exécution n'est prévue"_s,
-                              u"La tâche disparaît de la liste après sa dernière exécution."_s));
+                              tr("&Supprimer la tâche quand plus aucune exécution n'est prévue"),
+                              tr("La tâche disparaît de la liste après sa dernière exécution.")));
     return group;
 }
 
 QWidget *TSettingsPage::makeIdle()
 {
-    m_onlyIfIdle = addFlag(TaskFlag::StartOnlyIfIdle, u"onlyIfIdle"_s,
-                           u"Ne démarrer que si l'ordinateur est &inactif depuis"_s,
-                           u"L'ordinateur est inactif quand personne ne touche au clavier ni à la souris."_s);
-    m_idle = makeMinutes(u"idle"_s, u"Durée d'inactivité"_s);
-    m_deadline = makeMinutes(u"deadline"_s, u"Attente de cette inactivité"_s);
-    auto *waiting = new QLabel(u"Attendre cette inactivité pendant au p&lus"_s);
+    m_onlyIfIdle = addFlag(
+        TaskFlag::StartOnlyIfIdle, u"onlyIfIdle"_s, tr("Ne démarrer que si l'ordinateur est &inactif depuis"),
+        tr("L'ordinateur est inactif quand personne ne touche au clavier ni à la souris."));
+    m_idle = makeMinutes(u"idle"_s, tr("Durée d'inactivité"));
+    m_deadline = makeMinutes(u"deadline"_s, tr("Attente de cette inactivité"));
+    auto *waiting = new QLabel(tr("Attendre cette inactivité pendant au p&lus"));
     waiting->setBuddy(m_deadline);
-    auto *group = new QGroupBox(u"Inactivité"_s);
+    auto *group = new QGroupBox(tr("Inactivité"));
     auto *layout = new QGridLayout(group);
     layout->addWidget(m_onlyIfIdle, 0, 0);
     layout->addWidget(m_idle, 0, 1);
     layout->addWidget(waiting, 1, 0);
     layout->addWidget(m_deadline, 1, 1);
     layout->addWidget(addFlag(TaskFlag::KillOnIdleEnd, u"killOnIdleEnd"_s,
-                              u"Arrêter la tâche quand l'ordinateur n'est plus i&nactif"_s, {}),
+                              tr("Arrêter la tâche quand l'ordinateur n'est plus i&nactif"), {}),
                       2, 0, 1, 2);
     layout->addWidget(addFlag(TaskFlag::RestartOnIdleResume, u"restartOnIdle"_s,
-                              u"La re&démarrer quand il l'est de nouveau"_s, {}),
+                              tr("La re&démarrer quand il l'est de nouveau"), {}),
                       3, 0, 1, 2);
     layout->setColumnStretch(2, 1);
     return group;
@@ -115,16 +116,16 @@ QWidget *TSettingsPage::makeIdle()
 
 QWidget *TSettingsPage::makePower()
 {
-    auto *group = new QGroupBox(u"Alimentation et connexion"_s);
+    auto *group = new QGroupBox(tr("Alimentation et connexion"));
     auto *layout = new QVBoxLayout(group);
     layout->addWidget(addFlag(TaskFlag::DontStartIfOnBatteries, u"notOnBatteries"_s,
-                              u"Ne pas démarrer sur &batterie"_s, {}));
+                              tr("Ne pas démarrer sur &batterie"), {}));
     layout->addWidget(addFlag(TaskFlag::KillIfGoingOnBatteries, u"killOnBatteries"_s,
-                              u"Arrêter la tâche quand l'ordinate&ur passe sur batterie"_s, {}));
+                              tr("Arrêter la tâche quand l'ordinate&ur passe sur batterie"), {}));
     layout->addWidget(addFlag(TaskFlag::SystemRequired, u"wake"_s,
-                              u"Réveiller l'&ordinateur pour exécuter la tâche"_s, {}));
+                              tr("Réveiller l'&ordinateur pour exécuter la tâche"), {}));
     layout->addWidget(addFlag(TaskFlag::RunIfConnectedToInternet, u"online"_s,
-                              u"Ne démarrer qu'avec une &connexion à Internet"_s, {}));
+                              tr("Ne démarrer qu'avec une &connexion à Internet"), {}));
     return group;
 }
 
@@ -132,14 +133,14 @@ QWidget *TSettingsPage::makeOthers()
 {
     m_priority = new QComboBox;
     m_priority->setObjectName(u"priority"_s);
-    m_priority->setAccessibleName(u"Priorité"_s);
-    m_priority->addItem(u"basse"_s, PriorityClass::Idle);
-    m_priority->addItem(u"normale"_s, PriorityClass::Normal);
-    m_priority->addItem(u"haute"_s, PriorityClass::High);
-    m_priority->addItem(u"temps réel"_s, PriorityClass::RealTime);
-    auto *caption = new QLabel(u"Priorit&é :"_s);
+    m_priority->setAccessibleName(tr("Priorité"));
+    m_priority->addItem(tr("basse"), PriorityClass::Idle);
+    m_priority->addItem(tr("normale"), PriorityClass::Normal);
+    m_priority->addItem(tr("haute"), PriorityClass::High);
+    m_priority->addItem(tr("temps réel"), PriorityClass::RealTime);
+    auto *caption = new QLabel(tr("Priorit&é :"));
     caption->setBuddy(m_priority);
-    auto *group = new QGroupBox(u"Exécution"_s);
+    auto *group = new QGroupBox(tr("Exécution"));
     auto *layout = new QVBoxLayout(group);
     auto *row = new QHBoxLayout;
     row->addWidget(caption);
@@ -147,10 +148,10 @@ QWidget *TSettingsPage::makeOthers()
     row->addStretch(1);
     layout->addLayout(row);
     layout->addWidget(addFlag(TaskFlag::RunOnlyIfLoggedOn, u"loggedOn"_s,
-                              u"Seulement quand la session de l'utilisateur est ou&verte"_s, {}));
+                              tr("Seulement quand la session de l'utilisateur est ou&verte"), {}));
     layout->addWidget(
-        addFlag(TaskFlag::Interactive, u"interactive"_s, u"Visible sur l&e bureau de l'utilisateur"_s, {}));
-    layout->addWidget(addFlag(TaskFlag::Hidden, u"hidden"_s, u"Tâche cac&hée"_s, {}));
+        addFlag(TaskFlag::Interactive, u"interactive"_s, tr("Visible sur l&e bureau de l'utilisateur"), {}));
+    layout->addWidget(addFlag(TaskFlag::Hidden, u"hidden"_s, tr("Tâche cac&hée"), {}));
     return group;
 }
 
@@ -177,7 +178,7 @@ void TSettingsPage::TakeSettings(TTaskSettings &settings) const
         settings.Flags = flag.Box->isChecked() ? settings.Flags | flag.Flag : settings.Flags & ~flag.Flag;
     if (m_limitTouched) {
         if (m_limited->isChecked() && m_limit->Minutes() > longestLimit)
-            throw ERefusedValue("Une tâche limitée peut durer 49 jours au plus.", m_limit);
+            throw ERefusedValue(tr("Une tâche limitée peut durer 49 jours au plus."), m_limit);
         settings.MaxRunTime =
             m_limited->isChecked() ? m_limit->Minutes() * millisecondsAMinute : UnlimitedRunTime;
     }

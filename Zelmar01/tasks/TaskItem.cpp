@@ -53,9 +53,9 @@ TTaskPriority priorityOf(quint32 priorityClass)
     }
 }
 
-[[noreturn]] void failStream(const char *message, const QIODevice &stream)
+[[noreturn]] void failStream(const QString &message, const QIODevice &stream)
 {
-    throw EInOutError(message, {0, stream.errorString().toStdString(), {}});
+    throw EInOutError(message.toStdString(), {0, stream.errorString().toStdString(), {}});
 }
 
 } // namespace
@@ -354,7 +354,7 @@ void TTaskItem::GetBinaryData(QIODevice &stream) const
     TServiceBlock<std::uint8_t> data(Service().Allocator());
     check(RequireTask().GetWorkItemData(size, data.Out()));
     if (data.Get() && stream.write(reinterpret_cast<const char *>(data.Get()), size) != size)
-        failStream("Les données de la tâche n'ont pas pu être écrites", stream);
+        failStream(tr("Les données de la tâche n'ont pas pu être écrites"), stream);
 }
 
 void TTaskItem::SetBinaryData(QIODevice &stream)
@@ -368,7 +368,7 @@ void TTaskItem::SetBinaryData(QIODevice &stream)
         check(TaskResult::OutOfMemory);
     if (stream.read(reinterpret_cast<char *>(data), size) != size) {
         Service().Allocator().Free(data);
-        failStream("Les données de la tâche n'ont pas pu être lues", stream);
+        failStream(tr("Les données de la tâche n'ont pas pu être lues"), stream);
     }
     // The block stays with the allocator, whatever the service makes of it.
     check(task.SetWorkItemData(size, data));

@@ -12,7 +12,9 @@ namespace Zelmar01 {
 class ERefusedValue : public Exception
 {
 public:
-    ERefusedValue(const std::string &message, QWidget *field) : Exception(message), m_field(field) {}
+    ERefusedValue(const QString &message, QWidget *field) : Exception(message.toStdString()), m_field(field)
+    {
+    }
 
     QWidget *Field() const { return m_field; }
 

@@ -1,5 +1,6 @@
 #include <Zelmar01/tasks/TaskSettings.h>
 
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/tasks/ServiceCalls.h>
 #include <Zelmar01/tasks/service/TaskResults.h>
 
@@ -9,8 +10,8 @@ namespace Zelmar01 {
 
 namespace {
 
-constexpr const char *notRead = "La tâche n'a pas pu être lue";
-constexpr const char *notWritten = "La tâche n'a pas été enregistrée";
+constexpr const char *notRead = Translatable("Zelmar01", "La tâche n'a pas pu être lue");
+constexpr const char *notWritten = Translatable("Zelmar01", "La tâche n'a pas été enregistrée");
 
 void check(TTaskResult result, const char *message)
 {
@@ -19,7 +20,7 @@ void check(TTaskResult result, const char *message)
     auto reason = ResultText(result);
     if (reason.empty())
         reason = ResultName(result);
-    throw EInOutError(message, {result, std::move(reason), {}});
+    throw EInOutError(Translate("Zelmar01", message), {result, std::move(reason), {}});
 }
 
 template<class Object>

@@ -40,7 +40,7 @@ TTaskSheetDialog::TTaskSheetDialog(const TPropertySheet &sheet,
     if (has(SheetFlag::UseCallback))
         m_applied = sheet.Applied;
     const auto caption = QString::fromStdU16String(sheet.Caption);
-    setWindowTitle(has(SheetFlag::PropTitle) ? u"Propriétés de %1"_s.arg(caption) : caption);
+    setWindowTitle(has(SheetFlag::PropTitle) ? tr("Propriétés de %1").arg(caption) : caption);
     setWindowIcon(has(SheetFlag::UseIcon) ? QApplication::windowIcon() : blankIcon());
     setWindowFlag(Qt::WindowContextHelpButtonHint, !has(SheetFlag::NoContextHelp));
     setObjectName(u"taskSheet"_s);
@@ -62,13 +62,13 @@ void TTaskSheetDialog::addPage(TASKPAGE type)
     TTaskPageWidget *page = nullptr;
     switch (type) {
     case TASKPAGE_TASK:
-        m_tabs->addTab(page = new TProgramPage, u"&Tâche"_s);
+        m_tabs->addTab(page = new TProgramPage, tr("&Tâche"));
         break;
     case TASKPAGE_SCHEDULE:
-        m_tabs->addTab(page = new TSchedulePage, u"&Planification"_s);
+        m_tabs->addTab(page = new TSchedulePage, tr("&Planification"));
         break;
     case TASKPAGE_SETTINGS:
-        m_tabs->addTab(page = new TSettingsPage, u"Pa&ramètres"_s);
+        m_tabs->addTab(page = new TSettingsPage, tr("Pa&ramètres"));
         break;
     }
     m_pages.push_back(page);
@@ -83,18 +83,18 @@ void TTaskSheetDialog::addPage(TASKPAGE type)
 void TTaskSheetDialog::addButtons(std::uint32_t flags)
 {
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->button(QDialogButtonBox::Ok)->setText(u"OK"_s);
-    buttons->button(QDialogButtonBox::Cancel)->setText(u"Annuler"_s);
+    buttons->button(QDialogButtonBox::Ok)->setText(tr("OK"));
+    buttons->button(QDialogButtonBox::Cancel)->setText(tr("Annuler"));
     connect(buttons, &QDialogButtonBox::accepted, this, &TTaskSheetDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &TTaskSheetDialog::reject);
     if (!(flags & SheetFlag::NoApplyNow)) {
         m_apply = buttons->addButton(QDialogButtonBox::Apply);
-        m_apply->setText(u"Appli&quer"_s);
+        m_apply->setText(tr("Appli&quer"));
         m_apply->setEnabled(false);
         connect(m_apply, &QPushButton::clicked, this, &TTaskSheetDialog::apply);
     }
     if (flags & SheetFlag::HasHelp) {
-        buttons->addButton(QDialogButtonBox::Help)->setText(u"Aide"_s);
+        buttons->addButton(QDialogButtonBox::Help)->setText(tr("Aide"));
         connect(buttons, &QDialogButtonBox::helpRequested, this, &TTaskSheetDialog::help);
     }
     layout()->addWidget(buttons);

@@ -1,6 +1,7 @@
 #include <Zelmar01/tasks/TaskSheets.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <utility>
 
@@ -27,7 +28,8 @@ std::intptr_t ShowTaskSheet(std::shared_ptr<ITaskService> service, const TProper
         return currentSheet()(*service, sheet);
     const auto result = service->ShowSheet(sheet);
     if (result < 0)
-        throw EInvalidOperation("Le dialogue des propriétés d'une tâche n'est pas lié à cette application");
+        throw EInvalidOperation(Translate(
+            "Zelmar01", "Le dialogue des propriétés d'une tâche n'est pas lié à cette application"));
     return result;
 }
 

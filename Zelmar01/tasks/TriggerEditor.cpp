@@ -86,19 +86,19 @@ void setFlag(TASK_TRIGGER &trigger, std::uint32_t flag, bool on)
 } // namespace
 
 TTriggerEditor::TTriggerEditor()
-    : m_kind(named(new QComboBox, u"kind"_s, u"Fréquence"_s)),
-      m_time(named(new QTimeEdit, u"time"_s, u"Heure de début"_s)),
-      m_begin(makeDate(u"begin"_s, u"Premier jour"_s)), m_end(makeDate(u"end"_s, u"Dernier jour"_s)),
-      m_hasEnd(named(new QCheckBox(u"&jusqu'au"_s), u"hasEnd"_s, u"Avec un dernier jour"_s)),
-      m_active(named(new QCheckBox(u"Déclencheur act&if"_s), u"active"_s, u"Déclencheur actif"_s)),
+    : m_kind(named(new QComboBox, u"kind"_s, tr("Fréquence"))),
+      m_time(named(new QTimeEdit, u"time"_s, tr("Heure de début"))),
+      m_begin(makeDate(u"begin"_s, tr("Premier jour"))), m_end(makeDate(u"end"_s, tr("Dernier jour"))),
+      m_hasEnd(named(new QCheckBox(tr("&jusqu'au")), u"hasEnd"_s, tr("Avec un dernier jour"))),
+      m_active(named(new QCheckBox(tr("Déclencheur act&if")), u"active"_s, tr("Déclencheur actif"))),
       m_details(new QStackedWidget)
 {
-    m_active->setWhatsThis(u"Un déclencheur inactif reste dans la liste et ne démarre rien."_s);
+    m_active->setWhatsThis(tr("Un déclencheur inactif reste dans la liste et ne démarre rien."));
     // In the order of the kinds, which are also the rows of the pages of details.
-    for (const auto &caption :
-         {u"Une seule fois"_s, u"Tous les jours"_s, u"Toutes les semaines"_s, u"Tous les mois, à une date"_s,
-          u"Tous les mois, un jour de la semaine"_s, u"Quand l'ordinateur est inactif"_s,
-          u"Au démarrage du système"_s, u"À l'ouverture de la session"_s})
+    for (const auto &caption : {tr("Une seule fois"), tr("Tous les jours"), tr("Toutes les semaines"),
+                                tr("Tous les mois, à une date"), tr("Tous les mois, un jour de la semaine"),
+                                tr("Quand l'ordinateur est inactif"), tr("Au démarrage du système"),
+                                tr("À l'ouverture de la session")})
         m_kind->addItem(caption);
     m_event = new QLabel;
     m_event->setWordWrap(true);
@@ -143,17 +143,17 @@ QWidget *TTriggerEditor::makeStart()
     auto *start = new QWidget;
     auto *layout = new QFormLayout(start);
     layout->setContentsMargins({});
-    layout->addRow(u"&Fréquence :"_s, m_kind);
-    layout->addRow(u"À &l'heure :"_s, m_time);
-    layout->addRow(u"À partir &du :"_s, end);
+    layout->addRow(tr("&Fréquence :"), m_kind);
+    layout->addRow(tr("À &l'heure :"), m_time);
+    layout->addRow(tr("À partir &du :"), end);
     qobject_cast<QLabel *>(layout->labelForField(end))->setBuddy(m_begin);
     return start;
 }
 
 QWidget *TTriggerEditor::makeDaily()
 {
-    m_days = makeInterval(u"days"_s, u"Intervalle en jours"_s);
-    auto *row = makeRow(u"T&ous les"_s, m_days, u"jour(s)"_s);
+    m_days = makeInterval(u"days"_s, tr("Intervalle en jours"));
+    auto *row = makeRow(tr("T&ous les"), m_days, tr("jour(s)"));
     auto *page = new QWidget;
     auto *layout = new QVBoxLayout(page);
     layout->setContentsMargins({});
@@ -164,12 +164,12 @@ QWidget *TTriggerEditor::makeDaily()
 
 QWidget *TTriggerEditor::makeWeekly()
 {
-    m_weeks = makeInterval(u"weeks"_s, u"Intervalle en semaines"_s);
+    m_weeks = makeInterval(u"weeks"_s, tr("Intervalle en semaines"));
     m_weekDays = TBitGrid::DaysOfWeek(u"weekDays"_s);
     auto *page = new QWidget;
     auto *layout = new QVBoxLayout(page);
     layout->setContentsMargins({});
-    layout->addWidget(makeRow(u"T&outes les"_s, m_weeks, u"semaine(s), le :"_s));
+    layout->addWidget(makeRow(tr("T&outes les"), m_weeks, tr("semaine(s), le :")));
     layout->addWidget(m_weekDays);
     layout->addStretch(1);
     return page;
@@ -182,35 +182,36 @@ QWidget *TTriggerEditor::makeMonthlyDate()
     auto *page = new QWidget;
     auto *layout = new QFormLayout(page);
     layout->setContentsMargins({});
-    layout->addRow(u"Le (j&ours) :"_s, m_monthDays);
-    layout->addRow(u"&Mois :"_s, m_dateMonths);
+    layout->addRow(tr("Le (j&ours) :"), m_monthDays);
+    layout->addRow(tr("&Mois :"), m_dateMonths);
     return page;
 }
 
 QWidget *TTriggerEditor::makeMonthlyDow()
 {
-    m_which = named(new QComboBox, u"which"_s, u"Semaine du mois"_s);
-    for (const auto &caption : {u"premier"_s, u"deuxième"_s, u"troisième"_s, u"quatrième"_s, u"dernier"_s})
+    m_which = named(new QComboBox, u"which"_s, tr("Semaine du mois"));
+    for (const auto &caption :
+         {tr("premier"), tr("deuxième"), tr("troisième"), tr("quatrième"), tr("dernier")})
         m_which->addItem(caption);
     m_dowDays = TBitGrid::DaysOfWeek(u"dowDays"_s);
     m_dowMonths = TBitGrid::Months(u"dowMonths"_s);
     auto *page = new QWidget;
     auto *layout = new QFormLayout(page);
     layout->setContentsMargins({});
-    layout->addRow(u"L&e :"_s, m_which);
-    layout->addRow(u"J&our :"_s, m_dowDays);
-    layout->addRow(u"&Mois :"_s, m_dowMonths);
+    layout->addRow(tr("L&e :"), m_which);
+    layout->addRow(tr("J&our :"), m_dowDays);
+    layout->addRow(tr("&Mois :"), m_dowMonths);
     return page;
 }
 
 QWidget *TTriggerEditor::makeRepetition()
 {
-    m_repeat = named(new QCheckBox(u"Répéter to&utes les"_s), u"repeat"_s, u"Répéter le démarrage"_s);
-    m_interval = new TMinutesField(u"interval"_s, u"Intervalle de répétition"_s);
-    m_duration = new TMinutesField(u"duration"_s, u"Durée de la répétition"_s);
-    m_kill = named(new QCheckBox(u"Arrêter la tâche à la fin de &cette durée"_s), u"kill"_s,
-                   u"Arrêter la tâche à la fin de la répétition"_s);
-    auto *during = new QLabel(u"pend&ant"_s);
+    m_repeat = named(new QCheckBox(tr("Répéter to&utes les")), u"repeat"_s, tr("Répéter le démarrage"));
+    m_interval = new TMinutesField(u"interval"_s, tr("Intervalle de répétition"));
+    m_duration = new TMinutesField(u"duration"_s, tr("Durée de la répétition"));
+    m_kill = named(new QCheckBox(tr("Arrêter la tâche à la fin de &cette durée")), u"kill"_s,
+                   tr("Arrêter la tâche à la fin de la répétition"));
+    auto *during = new QLabel(tr("pend&ant"));
     during->setBuddy(m_duration);
     auto *repetition = new QWidget;
     auto *layout = new QVBoxLayout(repetition);
@@ -314,21 +315,21 @@ void TTriggerEditor::Check() const
     const auto trigger = Trigger();
     const auto kindNow = kind();
     if (m_hasEnd->isChecked() && m_end->date() < m_begin->date())
-        throw ERefusedValue("Le dernier jour ne peut pas précéder le premier.", m_end);
+        throw ERefusedValue(tr("Le dernier jour ne peut pas précéder le premier."), m_end);
     if (trigger.MinutesInterval > 0 && trigger.MinutesDuration <= trigger.MinutesInterval)
-        throw ERefusedValue("La répétition doit durer plus longtemps que son intervalle.", m_duration);
+        throw ERefusedValue(tr("La répétition doit durer plus longtemps que son intervalle."), m_duration);
     if (kindNow == TASK_TIME_TRIGGER_WEEKLY && m_weekDays->Mask() == 0)
-        throw ERefusedValue("Choisissez au moins un jour de la semaine.", m_weekDays);
+        throw ERefusedValue(tr("Choisissez au moins un jour de la semaine."), m_weekDays);
     if (kindNow == TASK_TIME_TRIGGER_MONTHLYDOW && m_dowDays->Mask() == 0)
-        throw ERefusedValue("Choisissez au moins un jour de la semaine.", m_dowDays);
+        throw ERefusedValue(tr("Choisissez au moins un jour de la semaine."), m_dowDays);
     if (kindNow == TASK_TIME_TRIGGER_MONTHLYDATE && m_monthDays->Mask() == 0)
-        throw ERefusedValue("Choisissez au moins un jour du mois.", m_monthDays);
+        throw ERefusedValue(tr("Choisissez au moins un jour du mois."), m_monthDays);
     for (const auto &[monthly, months] : {std::pair{TASK_TIME_TRIGGER_MONTHLYDATE, m_dateMonths},
                                           std::pair{TASK_TIME_TRIGGER_MONTHLYDOW, m_dowMonths}})
         if (kindNow == monthly && months->Mask() == 0)
-            throw ERefusedValue("Choisissez au moins un mois.", months);
+            throw ERefusedValue(tr("Choisissez au moins un mois."), months);
     if (!IsEventTrigger(trigger) && !TTriggerTimes(trigger).CanStart())
-        throw ERefusedValue("Aucun des mois choisis n'a ce jour : la tâche ne démarrerait jamais.",
+        throw ERefusedValue(tr("Aucun des mois choisis n'a ce jour : la tâche ne démarrerait jamais."),
                             m_monthDays);
 }
 
@@ -352,8 +353,8 @@ void TTriggerEditor::enableFields()
     m_details->setCurrentIndex(std::min(m_kind->currentIndex(), m_details->count() - 1));
     m_event->setText(
         kind() == TASK_EVENT_TRIGGER_AT_SYSTEMSTART
-            ? u"La tâche démarre avec le système et non à une heure."_s
-            : u"Ce système n'annonce pas cet événement : la tâche n'y démarre pas d'elle-même."_s);
+            ? tr("La tâche démarre avec le système et non à une heure.")
+            : tr("Ce système n'annonce pas cet événement : la tâche n'y démarre pas d'elle-même."));
     m_time->setEnabled(!onEvent);
     m_end->setEnabled(m_hasEnd->isChecked());
     m_repeat->setEnabled(!onEvent);

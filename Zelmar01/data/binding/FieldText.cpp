@@ -1,8 +1,11 @@
 #include <Zelmar01/data/binding/FieldText.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/data/binding/AmountText.h>
 #include <Zelmar01/data/binding/DateText.h>
+
+#include <QCoreApplication>
 
 namespace Zelmar01 {
 
@@ -11,6 +14,12 @@ namespace {
 QString timeText(QTime time)
 {
     return time.toString(time.second() ? QStringLiteral("HH:mm:ss") : QStringLiteral("HH:mm"));
+}
+
+QString yesOrNo(bool value)
+{
+    return value ? QCoreApplication::translate("Zelmar01", "Oui")
+                 : QCoreApplication::translate("Zelmar01", "Non");
 }
 
 // "28/02/2026 13:45", and the day alone.
@@ -48,9 +57,9 @@ QVariant parsed(const QString &text, TFieldType type, const QLocale &locale)
     case ftDateTime:
         return momentOf(text, locale).isValid() ? QVariant(momentOf(text, locale)) : QVariant();
     case ftBoolean:
-        if (text.compare(u"Oui", Qt::CaseInsensitive) == 0)
+        if (text.compare(yesOrNo(true), Qt::CaseInsensitive) == 0)
             return true;
-        if (text.compare(u"Non", Qt::CaseInsensitive) == 0)
+        if (text.compare(yesOrNo(false), Qt::CaseInsensitive) == 0)
             return false;
         return ConvertValue(text, type, QString());
     default:
@@ -80,7 +89,7 @@ QString FieldTextOf(const QVariant &value, TFieldType type, const QLocale &local
         return value.toDateTime().date().toString(DatePattern(locale)) + u' ' +
                timeText(value.toDateTime().time());
     case ftBoolean:
-        return value.toBool() ? QStringLiteral("Oui") : QStringLiteral("Non");
+        return yesOrNo(value.toBool());
     default:
         return TextOfValue(value);
     }
@@ -97,7 +106,8 @@ QVariant FieldValueOf(const QString &text, TFieldType type, const QLocale &local
         value = {}; // told below, in words that need no field
     }
     if (!value.isValid())
-        throw EConvertError("« " + text.toStdString() + " » n'est pas une valeur pour ce champ");
+        throw EConvertError(
+            Filled(Translate("Zelmar01", "« %1 » n'est pas une valeur pour ce champ"), {text.toStdString()}));
     return value;
 }
 

@@ -26,7 +26,7 @@ TKeyListModel::TKeyListModel(QObject *parent) : QAbstractListModel(parent) {}
 void TKeyListModel::Fill(TColumn keys, TColumn texts)
 {
     if (keys.Count() != texts.Count())
-        throw EInvalidOperation("Une liste doit avoir autant de clés que de textes");
+        throw EInvalidOperation(tr("Une liste doit avoir autant de clés que de textes").toStdString());
     beginResetModel();
     m_keys = std::move(keys);
     m_texts = asTexts(std::move(texts));

@@ -2,6 +2,8 @@
 
 #include "SigPipeGuard.h"
 
+#include <Zelmar01/core/Translation.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -70,7 +72,10 @@ std::string resourceOf(ipp_t *request)
     return resource;
 }
 
-constexpr const char *startServer = "vérifier son nom et que le service d'impression (CUPS) est démarré";
+std::string startServer()
+{
+    return Translate("Zelmar01", "vérifier son nom et que le service d'impression (CUPS) est démarré");
+}
 
 } // namespace
 
@@ -96,7 +101,7 @@ bool CupsConnection::Connect()
     m_server = server.Host.starts_with('/') ? server.Host : server.Host + ":" + std::to_string(server.Port);
     m_http = connectLeavingSignals(server, m_options.ConnectTimeout);
     if (!m_http)
-        return fail(cupsLastError(), "injoignable", startServer);
+        return fail(cupsLastError(), Translate("Zelmar01", "injoignable"), startServer());
     httpSetTimeout(m_http, waitSlice.count(), goesOn, &m_wait);
     startWait();
     // Asked for at the connecting, encryption would be waited for by libcups's own time-outs. A socket of
@@ -104,7 +109,7 @@ bool CupsConnection::Connect()
     const auto encryption = cupsEncryption();
     const bool mustEncrypt = encryption == HTTP_ENCRYPTION_REQUIRED || encryption == HTTP_ENCRYPTION_ALWAYS;
     if (mustEncrypt && !server.Host.starts_with('/') && httpEncryption(m_http, encryption) != 0)
-        return failConnection("la connexion chiffrée n'a pas pu être établie");
+        return failConnection(Translate("Zelmar01", "la connexion chiffrée n'a pas pu être établie"));
     return true;
 }
 
@@ -146,12 +151,12 @@ bool CupsConnection::BeginRequest(const TIpp &request, bool hasDocument)
     // A length of 0 announces chunks: the server cannot take a document that was cut short for a whole one.
     httpSetLength(m_http, hasDocument ? 0 : ippLength(request.get()));
     if (httpPost(m_http, resourceOf(request.get()).c_str()) != 0)
-        return failConnection("la demande n'a pas pu être envoyée");
+        return failConnection(Translate("Zelmar01", "la demande n'a pas pu être envoyée"));
     ippSetState(request.get(), IPP_STATE_IDLE);
     for (auto state = IPP_STATE_IDLE; state != IPP_STATE_DATA;) {
         state = ippWrite(m_http, request.get());
         if (state == IPP_STATE_ERROR)
-            return failConnection("la demande n'a pas pu être envoyée");
+            return failConnection(Translate("Zelmar01", "la demande n'a pas pu être envoyée"));
     }
     return true;
 }
@@ -163,7 +168,7 @@ bool CupsConnection::SendDocument(std::string_view bytes)
     // The call may claim success after a time-out or an error.
     if (httpWrite2(m_http, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size()) ||
         httpFlushWrite(m_http) < 0 || httpError(m_http) || m_wait.Over)
-        return failConnection("le document n'a pas pu être envoyé");
+        return failConnection(Translate("Zelmar01", "le document n'a pas pu être envoyé"));
     return true;
 }
 
@@ -172,14 +177,14 @@ TIpp CupsConnection::EndRequest()
     const SigPipeGuard guard;
     startWait();
     if (httpIsChunked(m_http) && httpWrite2(m_http, "", 0) < 0) {
-        failConnection("le document n'a pas pu être envoyé");
+        failConnection(Translate("Zelmar01", "le document n'a pas pu être envoyé"));
         return nullptr;
     }
     http_status_t status = HTTP_STATUS_CONTINUE;
     while (status == HTTP_STATUS_CONTINUE && goesOn(m_http, &m_wait))
         status = httpUpdate(m_http);
     if (status < HTTP_STATUS_OK) {
-        failAnswer("la réponse n'est pas venue");
+        failAnswer(Translate("Zelmar01", "la réponse n'est pas venue"));
         return nullptr;
     }
     if (refused(status))
@@ -188,7 +193,7 @@ TIpp CupsConnection::EndRequest()
     for (auto state = IPP_STATE_IDLE; state != IPP_STATE_DATA;) {
         state = goesOn(m_http, &m_wait) ? ippRead(m_http, answer.get()) : IPP_STATE_ERROR;
         if (state == IPP_STATE_ERROR) {
-            failAnswer("la réponse est illisible");
+            failAnswer(Translate("Zelmar01", "la réponse est illisible"));
             return nullptr;
         }
     }
@@ -207,7 +212,7 @@ bool CupsConnection::NotFound() const
 
 bool CupsConnection::fail(int code, const std::string &why, const std::string &remedy)
 {
-    m_cause = {code, "serveur d'impression " + m_server + " : " + why, remedy};
+    m_cause = {code, Filled(Translate("Zelmar01", "serveur d'impression %1 : %2"), {m_server, why}), remedy};
     Close();
     return false;
 }
@@ -215,7 +220,7 @@ bool CupsConnection::fail(int code, const std::string &why, const std::string &r
 bool CupsConnection::failConnection(const std::string &why)
 {
     const int error = m_wait.Over ? ETIMEDOUT : httpError(m_http) ? httpError(m_http) : ECONNRESET;
-    return fail(error, why + " (" + std::generic_category().message(error) + ")", startServer);
+    return fail(error, why + " (" + std::generic_category().message(error) + ")", startServer());
 }
 
 void CupsConnection::failAnswer(const std::string &why)
@@ -229,9 +234,11 @@ bool CupsConnection::refused(http_status_t status)
     if (status == HTTP_STATUS_OK)
         return false;
     if (status == HTTP_STATUS_UNAUTHORIZED || status == HTTP_STATUS_FORBIDDEN)
-        fail(status, "accès refusé sans mot de passe", "autoriser l'impression aux utilisateurs de ce poste");
+        fail(status, Translate("Zelmar01", "accès refusé sans mot de passe"),
+             Translate("Zelmar01", "autoriser l'impression aux utilisateurs de ce poste"));
     else if (status == HTTP_STATUS_UPGRADE_REQUIRED)
-        fail(status, "connexion chiffrée exigée", "mettre « Encryption Required » dans client.conf");
+        fail(status, Translate("Zelmar01", "connexion chiffrée exigée"),
+             Translate("Zelmar01", "mettre « Encryption Required » dans client.conf"));
     else
         fail(status, httpStatus(status));
     return true;

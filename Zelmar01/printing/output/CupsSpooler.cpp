@@ -2,6 +2,8 @@
 
 #include "PrintTexts.h"
 
+#include <Zelmar01/core/Translation.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -19,8 +21,9 @@ void addString(const TIpp &request, ipp_tag_t tag, const char *name, const std::
 
 TSystemCause unknownPrinter(const std::string &printer)
 {
-    return {IPP_STATUS_ERROR_NOT_FOUND, "imprimante « " + printer + " » : inconnue du serveur d'impression",
-            "choisir une imprimante de la liste"};
+    return {IPP_STATUS_ERROR_NOT_FOUND,
+            Filled(Translate("Zelmar01", "imprimante « %1 » : inconnue du serveur d'impression"), {printer}),
+            PrintTexts::ChooseListedPrinter()};
 }
 
 // What the server accepts as the name of a queue. Other names are not asked for: part of such a name could be
@@ -80,9 +83,11 @@ bool CupsJob::Open()
 bool CupsJob::StartDocument(const std::string &name)
 {
     m_document = name;
-    return m_accepting || m_spooler.failed({IPP_STATUS_ERROR_NOT_ACCEPTING_JOBS,
-                                            "imprimante « " + m_printer + " » : n'accepte pas de travaux",
-                                            "la réactiver (cupsaccept)"});
+    return m_accepting ||
+           m_spooler.failed(
+               {IPP_STATUS_ERROR_NOT_ACCEPTING_JOBS,
+                Filled(Translate("Zelmar01", "imprimante « %1 » : n'accepte pas de travaux"), {m_printer}),
+                Translate("Zelmar01", "la réactiver (cupsaccept)")});
 }
 
 bool CupsJob::Write(std::string_view bytes, std::size_t &written)
@@ -158,7 +163,7 @@ std::unique_ptr<CupsJob> CupsSpooler::Open(const std::string &printer)
 {
     // An empty name would be taken for the server itself.
     if (printer.empty()) {
-        failed({0, PrintTexts::NoDefaultPrinter, PrintTexts::ChoosePrinter});
+        failed({0, PrintTexts::NoDefaultPrinter(), PrintTexts::ChoosePrinter()});
         return nullptr;
     }
     if (!canBePrinter(printer)) {
@@ -203,7 +208,8 @@ bool CupsSpooler::Default(std::string &printer)
     auto *name = answer ? ippFindAttribute(answer.get(), "printer-name", IPP_TAG_NAME) : nullptr;
     if (!name)
         return failed(connection.NotFound() || answer
-                          ? TSystemCause{0, PrintTexts::NoDefaultPrinter, "en définir une (lpadmin -d)"}
+                          ? TSystemCause{0, PrintTexts::NoDefaultPrinter(),
+                                         Translate("Zelmar01", "en définir une (lpadmin -d)")}
                           : connection.Cause());
     printer = ippGetString(name, 0, nullptr);
     return true;

@@ -1,6 +1,7 @@
 #include <Zelmar01/printing/output/PortMap.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <algorithm>
 #include <charconv>
@@ -35,7 +36,7 @@ Value oneOf(std::string_view text, const std::array<std::pair<std::string_view, 
     for (const auto &[name, value] : choices)
         if (name == text)
             return value;
-    throw EConvertError("valeur inconnue « " + std::string(text) + " »");
+    throw EConvertError(Filled(Translate("Zelmar01", "valeur inconnue « %1 »"), {text}));
 }
 
 template<std::size_t N>
@@ -45,7 +46,7 @@ unsigned numberOf(std::string_view text, const std::array<unsigned, N> &choices)
     const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc{} || stop != text.data() + text.size() ||
         std::find(choices.begin(), choices.end(), value) == choices.end())
-        throw EConvertError("valeur inconnue « " + std::string(text) + " »");
+        throw EConvertError(Filled(Translate("Zelmar01", "valeur inconnue « %1 »"), {text}));
     return value;
 }
 
@@ -66,7 +67,7 @@ void setLine(TLineSettings &line, std::string_view key, std::string_view value)
     else if (key == "flow")
         line.FlowControl = oneOf(value, flows);
     else
-        throw EConvertError("réglage inconnu « " + std::string(key) + " »");
+        throw EConvertError(Filled(Translate("Zelmar01", "réglage inconnu « %1 »"), {key}));
 }
 
 std::string environment(const char *name)
@@ -146,10 +147,10 @@ void TPortMap::Set(std::string_view setting, std::string_view place)
         auto rest = setting;
         const auto name = nextField(rest, '=');
         if (!IsLocalPortName(name))
-            throw EConvertError("port inconnu « " + std::string(name) + " »");
+            throw EConvertError(Filled(Translate("Zelmar01", "port inconnu « %1 »"), {name}));
         TPortTarget target{{std::string(nextField(rest, ','))}, {}, {}};
         if (target.Devices.front().empty())
-            throw EConvertError("périphérique manquant");
+            throw EConvertError(Translate("Zelmar01", "périphérique manquant"));
         while (!rest.empty()) {
             auto value = nextField(rest, ',');
             const auto key = nextField(value, '=');
@@ -157,8 +158,8 @@ void TPortMap::Set(std::string_view setting, std::string_view place)
         }
         Set(name, std::move(target));
     } catch (const EConvertError &error) {
-        throw EConvertError(std::string(place) + " : " + error.what() + " dans « " + std::string(setting) +
-                            " »");
+        throw EConvertError(
+            Filled(Translate("Zelmar01", "%1 : %2 dans « %3 »"), {place, error.what(), setting}));
     }
 }
 
@@ -173,11 +174,11 @@ void TPortMap::readFile(const std::string &file)
     std::ifstream lines(file);
     std::error_code none;
     if (!lines && std::filesystem::exists(file, none))
-        throw EConvertError(file + " : illisible");
+        throw EConvertError(file + " : " + Translate("Zelmar01", "illisible"));
     std::string line;
     for (int number = 1; std::getline(lines, line); ++number)
         if (const auto setting = trimmed(line); !setting.empty() && setting.front() != '#')
-            Set(setting, file + " : ligne " + std::to_string(number));
+            Set(setting, Filled(Translate("Zelmar01", "%1 : ligne %2"), {file, std::to_string(number)}));
 }
 
 } // namespace Zelmar01

@@ -3,6 +3,8 @@
 #include "PrintTexts.h"
 #include "SigPipeGuard.h"
 
+#include <Zelmar01/core/Translation.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -38,10 +40,11 @@ std::string groupRemedy(const std::string &device)
 {
     struct stat status = {};
     if (stat(device.c_str(), &status) != 0 || !(status.st_mode & S_IWGRP))
-        return "demander le droit d'écrire sur ce périphérique";
+        return Translate("Zelmar01", "demander le droit d'écrire sur ce périphérique");
     const group *owner = getgrgid(status.st_gid);
     const std::string name = owner ? owner->gr_name : std::to_string(status.st_gid);
-    return "ajouter l'utilisateur au groupe « " + name + " » puis rouvrir la session";
+    return Filled(Translate("Zelmar01", "ajouter l'utilisateur au groupe « %1 » puis rouvrir la session"),
+                  {name});
 }
 
 // A serial line of which the system knows that no hardware is behind it.
@@ -143,7 +146,7 @@ bool PosixPort::IsUsable(const TPortTarget &target, std::string &device, TSystem
 template<class Attempt>
 bool PosixPort::tryDevices(const TPortTarget &target, TSystemCause &cause, Attempt attempt)
 {
-    cause = {ENOENT, PrintTexts::NoDeviceSet, PrintTexts::SetPort};
+    cause = {ENOENT, PrintTexts::NoDeviceSet(), PrintTexts::SetPort()};
     for (const auto &device : target.Devices) {
         m_device = device;
         TSystemCause why;
@@ -213,7 +216,7 @@ bool PosixPort::setUpLine(const TLineSettings &line, TSystemCause &cause)
 bool PosixPort::failAsRefused(TSystemCause &cause)
 {
     fail(EINVAL, cause);
-    cause.Text = m_device + " : " + PrintTexts::LineRefused;
+    cause.Text = m_device + " : " + PrintTexts::LineRefused();
     return false;
 }
 
@@ -229,7 +232,7 @@ bool PosixPort::fail(int error, TSystemCause &cause)
 bool PosixPort::failAsNoDevice(TSystemCause &cause)
 {
     fail(ENODEV, cause);
-    cause.Text = m_device + " : " + PrintTexts::NoPrintingDevice;
+    cause.Text = m_device + " : " + PrintTexts::NoPrintingDevice();
     return false;
 }
 
@@ -239,15 +242,16 @@ TSystemCause PosixPort::causeOf(int error) const
     if (error == EACCES || error == EPERM)
         cause.Remedy = groupRemedy(m_device);
     else if (error == ENOSPC)
-        cause.Remedy = "plus de papier, ou imprimante hors ligne";
+        cause.Remedy = Translate("Zelmar01", "plus de papier, ou imprimante hors ligne");
     else if (error == EBUSY)
-        cause.Remedy = PrintTexts::PortInUse;
+        cause.Remedy = PrintTexts::PortInUse();
     else if (error == ETIMEDOUT)
-        cause.Remedy = PrintTexts::LookAtPrinter;
+        cause.Remedy = PrintTexts::LookAtPrinter();
     else if (isAbsence(error) || error == EPIPE)
-        cause.Remedy =
+        cause.Remedy = Translate(
+            "Zelmar01",
             "vérifier que l'imprimante est branchée et allumée, et le réglage du port (ZELMAR01_PORTS, "
-            "ports.conf)";
+            "ports.conf)");
     return cause;
 }
 

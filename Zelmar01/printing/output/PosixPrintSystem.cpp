@@ -30,7 +30,7 @@ public:
             m_portMap = TPortMap::InForce(m_hostPorts);
         const auto *target = m_portMap->Find(name);
         if (!target)
-            return failed({0, name + " : " + PrintTexts::NoDeviceSet, PrintTexts::SetPort});
+            return failed({0, name + " : " + PrintTexts::NoDeviceSet(), PrintTexts::SetPort()});
         TSystemCause cause;
         auto port = std::make_unique<PosixPort>(*target, cause);
         if (!port->IsOpen())
@@ -38,7 +38,7 @@ public:
         m_ports.emplace(++m_lastHandle, std::move(port));
         return m_lastHandle;
     } catch (const EConvertError &error) {
-        return failed({0, error.what(), PrintTexts::MendSetting});
+        return failed({0, error.what(), PrintTexts::MendSetting()});
     }
 
     bool GetCommTimeouts(TPrintHandle port, TCommTimeouts &timeouts) override

@@ -1,6 +1,7 @@
 #include <Zelmar01/printing/output/PrinterObject.h>
 
 #include <Zelmar01/core/Exceptions.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <algorithm>
 #include <utility>
@@ -43,7 +44,8 @@ void TPrinterObject::SetPrinterIndex(int index)
 {
     const auto printers = index < 0 ? std::vector<std::string>{} : Printers();
     if (index >= 0 && static_cast<std::size_t>(index) >= printers.size())
-        throw EInvalidOperation("Aucune imprimante au rang " + std::to_string(index));
+        throw EInvalidOperation(
+            Filled(Translate("Zelmar01", "Aucune imprimante au rang %1"), {std::to_string(index)}));
     m_chosen = index < 0 ? std::string{} : printers[static_cast<std::size_t>(index)];
 }
 
@@ -64,22 +66,23 @@ std::string TPrinterObject::CurrentPrinter() const
 std::string TPrinterObject::BeginDoc()
 {
     if (m_context >= 0)
-        throw EInvalidOperation("Un document est déjà ouvert sur l'imprimante");
+        throw EInvalidOperation(Translate("Zelmar01", "Un document est déjà ouvert sur l'imprimante"));
     auto printer = CurrentPrinter();
     if (printer.empty())
-        throw EInOutError("Aucune imprimante par défaut", m_system->LastCause());
+        throw EInOutError(Translate("Zelmar01", "Aucune imprimante par défaut"), m_system->LastCause());
     m_context = m_system->BeginDoc(printer, {});
     if (m_context < 0)
-        throw EInOutError("Imprimante « " + printer + " » inaccessible", m_system->LastCause());
+        throw EInOutError(Filled(Translate("Zelmar01", "Imprimante « %1 » inaccessible"), {printer}),
+                          m_system->LastCause());
     return printer;
 }
 
 void TPrinterObject::EndDoc()
 {
     if (m_context < 0)
-        throw EInvalidOperation("Aucun document n'est ouvert sur l'imprimante");
+        throw EInvalidOperation(Translate("Zelmar01", "Aucun document n'est ouvert sur l'imprimante"));
     if (!m_system->EndDoc(std::exchange(m_context, -1)))
-        throw EInOutError("Document refusé par l'imprimante", m_system->LastCause());
+        throw EInOutError(Translate("Zelmar01", "Document refusé par l'imprimante"), m_system->LastCause());
 }
 
 } // namespace Zelmar01

@@ -1,6 +1,7 @@
 #include <Zelmar01/printing/output/RawPaths.h>
 
 #include <Zelmar01/core/Messages.h>
+#include <Zelmar01/core/Translation.h>
 
 #include <utility>
 
@@ -78,7 +79,8 @@ void SendToSpooler(IPrintSystem &system, const std::string &printer, std::string
     system.ClosePrinter(handle);
     outcome.Success = done && outcome.Accepted == sent.size();
     if (done && !outcome.Success)
-        outcome.Cause = {0, printer + " : le spouleur n'a pris qu'une partie du ticket", {}};
+        outcome.Cause = {
+            0, printer + " : " + Translate("Zelmar01", "le spouleur n'a pris qu'une partie du ticket"), {}};
 }
 
 void SendThroughDriver(TPrinterObject &printer, std::string_view data, TPrintOutcome &outcome)
@@ -95,7 +97,10 @@ void SendThroughDriver(TPrinterObject &printer, std::string_view data, TPrintOut
         else if (answer < 0)
             fail(printer.System(), outcome);
         else
-            outcome.Cause = {0, outcome.Printer + " : le pilote ne prend pas d'octets tels quels", {}};
+            outcome.Cause = {0,
+                             outcome.Printer + " : " +
+                                 Translate("Zelmar01", "le pilote ne prend pas d'octets tels quels"),
+                             {}};
         printer.EndDoc();
         outcome.Success = true;
     } catch (const EInOutError &error) {
@@ -106,7 +111,7 @@ void SendThroughDriver(TPrinterObject &printer, std::string_view data, TPrintOut
     } catch (const std::exception &error) {
         outcome.Cause = {0, error.what(), {}};
     } catch (...) {
-        outcome.Cause = {0, outcome.Printer + " : erreur de nature inconnue", {}};
+        outcome.Cause = {0, outcome.Printer + " : " + Translate("Zelmar01", "erreur de nature inconnue"), {}};
     }
     printer.Abandon();
 }

@@ -181,7 +181,7 @@ bool WindowsPort::takeFile(TRegularFile use, TSystemCause &cause)
     // A volume or a disk has no information of this kind.
     BY_HANDLE_FILE_INFORMATION information = {};
     m_isFile = use != TRegularFile::Refuse && GetFileInformationByHandle(m_file, &information);
-    return m_isFile || fail({ERROR_BAD_DEVICE, m_device + " : " + PrintTexts::NoPrintingDevice, {}}, cause);
+    return m_isFile || fail({ERROR_BAD_DEVICE, m_device + " : " + PrintTexts::NoPrintingDevice(), {}}, cause);
 }
 
 bool WindowsPort::setUpLine(const TLineSettings &line, TSystemCause &cause)
@@ -199,7 +199,7 @@ bool WindowsPort::setUpLine(const TLineSettings &line, TSystemCause &cause)
         sameLine(wanted, got))
         return true;
     SetCommState(m_file, &found);
-    return fail({ERROR_INVALID_PARAMETER, m_device + " : " + PrintTexts::LineRefused, {}}, cause);
+    return fail({ERROR_INVALID_PARAMETER, m_device + " : " + PrintTexts::LineRefused(), {}}, cause);
 }
 
 bool WindowsPort::fail(TSystemCause reason, TSystemCause &cause)

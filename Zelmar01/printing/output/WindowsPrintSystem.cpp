@@ -2,6 +2,7 @@
 #include "WindowsPort.h"
 #include "WindowsTexts.h"
 
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/printing/output/PrintSystem.h>
 
 #include <winspool.h>
@@ -69,7 +70,7 @@ public:
         m_ports.emplace(++m_lastHandle, std::move(port));
         return m_lastHandle;
     } catch (const EConvertError &error) {
-        return failed({0, error.what(), PrintTexts::MendSetting});
+        return failed({0, error.what(), PrintTexts::MendSetting()});
     }
 
     bool GetCommTimeouts(TPrintHandle port, TCommTimeouts &timeouts) override
@@ -96,7 +97,7 @@ public:
     {
         // An empty name would stand for the print server itself.
         if (printer.empty())
-            return failed({0, PrintTexts::NoDefaultPrinter, PrintTexts::ChoosePrinter});
+            return failed({0, PrintTexts::NoDefaultPrinter(), PrintTexts::ChoosePrinter()});
         auto name = AnsiText(printer);
         if (!name)
             return failed(UnspeakableName(printer));
@@ -159,7 +160,7 @@ public:
         while (!EnumPrintersA(which, nullptr, level, reinterpret_cast<BYTE *>(found.data()),
                               static_cast<DWORD>(found.size() * sizeof found[0]), &size, &count)) {
             if (GetLastError() != ERROR_INSUFFICIENT_BUFFER) {
-                failedOn("liste des imprimantes");
+                failedOn(Translate("Zelmar01", "liste des imprimantes"));
                 return {};
             }
             found.resize(size / sizeof found[0] + 1);
@@ -180,9 +181,9 @@ public:
             return Utf8Text(name.c_str());
         const auto error = GetLastError();
         failed(error == ERROR_FILE_NOT_FOUND
-                   ? TSystemCause{static_cast<int>(error), PrintTexts::NoDefaultPrinter,
-                                  "en définir une dans les paramètres de Windows"}
-                   : CauseFromWindows(error, "imprimante par défaut"));
+                   ? TSystemCause{static_cast<int>(error), PrintTexts::NoDefaultPrinter(),
+                                  Translate("Zelmar01", "en définir une dans les paramètres de Windows")}
+                   : CauseFromWindows(error, Translate("Zelmar01", "imprimante par défaut")));
         return {};
     }
 

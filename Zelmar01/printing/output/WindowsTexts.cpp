@@ -2,6 +2,8 @@
 
 #include "PrintTexts.h"
 
+#include <Zelmar01/core/Translation.h>
+
 #include <array>
 
 namespace Zelmar01 {
@@ -38,7 +40,8 @@ std::string messageOf(DWORD code)
                                     language, text.data(), static_cast<DWORD>(text.size()), nullptr);
     const std::wstring_view message(text.data(), length);
     const auto end = message.find_last_not_of(L" .\r\n");
-    return end == message.npos ? "erreur " + std::to_string(code) : utf8Text(message.substr(0, end + 1));
+    return end == message.npos ? Filled(Translate("Zelmar01", "erreur %1"), {std::to_string(code)})
+                               : utf8Text(message.substr(0, end + 1));
 }
 
 std::string remedyFor(DWORD code)
@@ -52,25 +55,29 @@ std::string remedyFor(DWORD code)
     case ERROR_GEN_FAILURE:
     case ERROR_DEV_NOT_EXIST:
     case ERROR_DEVICE_NOT_CONNECTED:
-        return "vérifier que l'imprimante est branchée et allumée, et le réglage du port (ZELMAR01_PORTS)";
+        return Translate(
+            "Zelmar01",
+            "vérifier que l'imprimante est branchée et allumée, et le réglage du port (ZELMAR01_PORTS)");
     case ERROR_ACCESS_DENIED:
-        return "fermer les autres programmes qui utilisent cette imprimante, ou demander le droit d'imprimer";
+        return Translate(
+            "Zelmar01",
+            "fermer les autres programmes qui utilisent cette imprimante, ou demander le droit d'imprimer");
     case ERROR_SHARING_VIOLATION:
     case ERROR_BUSY:
-        return PrintTexts::PortInUse;
+        return PrintTexts::PortInUse();
     case ERROR_TIMEOUT:
     case ERROR_SEM_TIMEOUT:
     case ERROR_OUT_OF_PAPER:
-        return PrintTexts::LookAtPrinter;
+        return PrintTexts::LookAtPrinter();
     case ERROR_INVALID_PRINTER_NAME:
     case ERROR_PRINTER_NOT_FOUND:
     case ERROR_PRINTER_DELETED:
-        return "choisir une imprimante de la liste";
+        return PrintTexts::ChooseListedPrinter();
     case RPC_S_SERVER_UNAVAILABLE:
     case RPC_S_CALL_FAILED:
     case RPC_S_CALL_FAILED_DNE:
     case ERROR_SERVICE_NOT_ACTIVE:
-        return "démarrer le service « Spouleur d'impression »";
+        return Translate("Zelmar01", "démarrer le service « Spouleur d'impression »");
     default:
         return {};
     }
@@ -107,8 +114,8 @@ TSystemCause CauseFromWindows(DWORD code, const std::string &subject)
 TSystemCause UnspeakableName(const std::string &name)
 {
     return {ERROR_NO_UNICODE_TRANSLATION,
-            name + " : nom que Windows ne peut pas écrire dans sa page de codes",
-            "donner un nom sans caractères spéciaux"};
+            name + " : " + Translate("Zelmar01", "nom que Windows ne peut pas écrire dans sa page de codes"),
+            Translate("Zelmar01", "donner un nom sans caractères spéciaux")};
 }
 
 } // namespace Zelmar01

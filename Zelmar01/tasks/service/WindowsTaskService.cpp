@@ -1,5 +1,6 @@
 #include <Zelmar01/tasks/service/WindowsTaskService.h>
 
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/tasks/service/WindowsCom.h>
 #include <Zelmar01/tasks/service/WindowsMessages.h>
 #include <Zelmar01/tasks/service/WindowsPage.h>
@@ -63,7 +64,7 @@ std::string WindowsTaskService::DescribeResult(TTaskResult result)
         if (!text.empty())
             return text;
     }
-    return "Erreur " + ResultName(result);
+    return Filled(Translate("Zelmar01", "Erreur %1"), {ResultName(result)});
 }
 
 } // namespace Zelmar01

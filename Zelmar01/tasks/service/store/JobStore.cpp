@@ -1,5 +1,6 @@
 #include <Zelmar01/tasks/service/store/JobStore.h>
 
+#include <Zelmar01/core/Translation.h>
 #include <Zelmar01/tasks/service/store/JobPage.h>
 #include <Zelmar01/tasks/service/store/StoreContext.h>
 #include <Zelmar01/tasks/service/store/StoredScheduler.h>
@@ -60,7 +61,7 @@ std::intptr_t TJobStore::ShowSheet(const TPropertySheet &sheet)
 std::string TJobStore::DescribeResult(TTaskResult result)
 {
     auto text = ResultText(result);
-    return text.empty() ? "Erreur " + ResultName(result) : text;
+    return text.empty() ? Filled(Translate("Zelmar01", "Erreur %1"), {ResultName(result)}) : text;
 }
 
 } // namespace Zelmar01
