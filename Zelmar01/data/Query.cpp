@@ -78,7 +78,8 @@ TQuery::TAnswer TQuery::ask(const QString &commandText)
 {
     auto &connection = RequireConnection();
     TAnswer answer;
-    auto &[defs, rows] = answer;
+    auto &defs = answer.Defs;
+    auto &rows = answer.Rows;
     const auto begin = [&](const QSqlQuery &query) {
         defs = FieldDefsOf(query.record(), connection.Database());
         rows = std::make_unique<TRows>(defs);
@@ -106,7 +107,7 @@ TFieldDefs TQuery::readRows(std::unique_ptr<TRows> &rows)
 
 const TQuery::TTarget &TQuery::target() const
 {
-    if (!m_target)
+    if (!m_target || !m_target->IsKnown)
         m_target = findTarget();
     return *m_target;
 }
@@ -119,11 +120,17 @@ TQuery::TTarget TQuery::findTarget() const
         return target;
     const auto name = lookupName(table, m_connection->Database());
     const auto columns = m_connection->Database().record(name);
-    if (columns.isEmpty())
+    target.IsKnown = !columns.isEmpty();
+    if (!target.IsKnown) {
         m_connection->requireAlive({});
+        return target;
+    }
     QStringList keys = m_keyFields.split(u';', Qt::SkipEmptyParts);
     if (keys.isEmpty()) {
-        const auto primary = m_connection->Database().primaryIndex(name);
+        // A question that fails looks like a table without a key: it is asked again.
+        auto primary = m_connection->Database().primaryIndex(name);
+        if (primary.isEmpty())
+            primary = m_connection->Database().primaryIndex(name);
         for (int i = 0; i < primary.count(); ++i)
             keys << primary.fieldName(i);
     }

@@ -61,6 +61,7 @@ private:
         QString Table;
         std::vector<int> Keys;
         std::vector<bool> InTable; // fields that are columns of the table
+        bool IsKnown = true;       // false when the database did not name its columns
     };
     /// What a command text gives.
     struct TAnswer

@@ -22,6 +22,8 @@ namespace Zelmar01 {
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
+constexpr qint64 longestWriting = 3600;                        // seconds
+constexpr qsizetype lettersOfTemporary = 6;                    // that QSaveFile appends to a name
 constexpr std::size_t blockSize = 64 * 1024, usualLine = 1024; // bytes
 
 bool isCarried(std::string_view bytes)
@@ -47,6 +49,19 @@ std::optional<std::string> carried(const QString &text)
                       {0, (path + QStringLiteral(" : ") + reason).toStdString(), {}});
 }
 
+// What a program that was killed left half-written beside the file, unless another one is still at it.
+void removeLeftovers(const QFileInfo &file)
+{
+    const auto old = QDateTime::currentDateTime().addSecs(-longestWriting);
+    const auto start = file.fileName() + u'.';
+    for (const auto &name : file.dir().entryList(QDir::Files)) {
+        const QFileInfo left(file.dir(), name);
+        const bool isTemporary = name.startsWith(start) && name.size() == start.size() + lettersOfTemporary;
+        if (isTemporary && left.lastModified() < old)
+            QFile::remove(left.filePath());
+    }
+}
+
 // A new file beside the one that it is to replace.
 class TReplacement
 {
@@ -55,7 +70,8 @@ public:
     {
         const QFileInfo there(path);
         if (there.exists() && !there.isFile())
-            raiseWriteError(path, QStringLiteral("n'est pas un fichier ordinaire"));
+            raiseWriteError(path, QCoreApplication::translate("Zelmar01", "n'est pas un fichier ordinaire"));
+        removeLeftovers(there);
         check(m_file.open(QIODevice::WriteOnly));
         m_text.reserve(blockSize + usualLine);
     }

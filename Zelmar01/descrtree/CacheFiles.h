@@ -44,8 +44,8 @@ struct TUncarried
 
 /// Writes both files, or none when there is something that they cannot carry. The files that were there are
 /// replaced when both new ones are complete; of a failure before that the old pair is what remains, and one
-/// between the two replacements leaves a pair that does not fit, which ReadCacheFiles() notices. Raises
-/// EInOutError.
+/// between the two replacements leaves a pair that does not fit, which ReadCacheFiles() notices. What a
+/// program that was killed left half-written beside them goes when it is an hour old. Raises EInOutError.
 TUncarried WriteCacheFiles(const TCacheFiles &files, const QString &rootText, const TNodeTextRule &rule,
                            const TDescrRows &rows);
 

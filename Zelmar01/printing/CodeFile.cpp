@@ -318,14 +318,15 @@ std::vector<TUnreadableCode> SaveCodeFile(const std::filesystem::path &path, con
 
     std::vector<TUnreadableCode> unreadable;
     for (const auto &label : labels) {
-        // A short write here shows at the next code line.
-        writeAll(file.Handle(),
-                 padded(padded("#" + std::string(label.Text), writtenNameColumns), contentLength, '-') +
-                     std::string(lineEnd));
+        bool written =
+            writeAll(file.Handle(),
+                     padded(padded("#" + std::string(label.Text), writtenNameColumns), contentLength, '-') +
+                         std::string(lineEnd));
         for (const auto place : fileOrder) {
             const auto &field = PrinterCodeFields()[place];
             const TPrinterCode &code = codes[label.Type].*field.Code;
-            if (!WriteCodeLine(file.Handle(), field.Name, code))
+            written = written && WriteCodeLine(file.Handle(), field.Name, code);
+            if (!written)
                 throw fileError(TMessage::DiskFull, path);
             if (const auto length = StrToASCIIList(code).size(); length > longestReadableList)
                 unreadable.push_back({label.Type, field.Name, length, length > longestPaddedList});

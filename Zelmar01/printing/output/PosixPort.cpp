@@ -328,7 +328,7 @@ void PosixPort::waitForHardware(std::size_t bytes, TClock::time_point deadline) 
 
 std::size_t PosixPort::Write(std::string_view bytes, TSystemCause &cause)
 {
-    const SigPipeGuard guard;
+    SigPipeGuard guard;
     const bool bounded = Timeouts.WriteConstant || Timeouts.WriteMultiplier;
     const auto allowed = std::chrono::milliseconds(Timeouts.WriteConstant +
                                                    std::uint64_t{Timeouts.WriteMultiplier} * bytes.size());
@@ -345,6 +345,8 @@ std::size_t PosixPort::Write(std::string_view bytes, TSystemCause &cause)
         else if (!waitForRoom(deadline))
             error = ETIMEDOUT;
     }
+    if (error == EPIPE)
+        guard.Raised();
     auto left = queued();
     while (!error && left.value_or(0) > 0) {
         if (waitForQueue(deadline))

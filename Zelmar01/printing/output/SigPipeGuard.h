@@ -21,18 +21,22 @@ public:
     ~SigPipeGuard()
     {
         // Where the host holds the signal back itself, one that waits may be its own and stays.
-        if (!sigismember(&m_old, SIGPIPE)) {
+        if (m_isRaised && !sigismember(&m_old, SIGPIPE)) {
             const timespec now = {};
             sigtimedwait(&m_pipe, nullptr, &now);
         }
         pthread_sigmask(SIG_SETMASK, &m_old, nullptr);
     }
 
+    /// To be called when a write has failed with EPIPE.
+    void Raised() { m_isRaised = true; }
+
     SigPipeGuard(const SigPipeGuard &) = delete;
     SigPipeGuard &operator=(const SigPipeGuard &) = delete;
 
 private:
     sigset_t m_pipe, m_old;
+    bool m_isRaised = false;
 };
 
 } // namespace Zelmar01

@@ -11,6 +11,7 @@ namespace Zelmar01 {
 namespace {
 
 constexpr std::u16string_view ending = u".job";
+constexpr std::u16string_view temporaryPrefix = u".zelmar01-"; // of ReplaceWholeFile and CreateWholeFile
 constexpr auto lockPatience = std::chrono::seconds(5);
 
 std::filesystem::path chosenFolder()
@@ -57,6 +58,20 @@ bool hasRoom(std::u16string_view file)
     constexpr std::size_t mostBytesAUnit = 3;
     return file.size() <= longestName / mostBytesAUnit || Utf8FromUtf16(file).size() <= longestName;
 #endif
+}
+
+// What a process that was killed left half-written. Whoever holds the lock is the only one to write there.
+void removeLeftovers(const std::filesystem::path &side)
+{
+    std::error_code error;
+    std::filesystem::directory_iterator entry(side, error);
+    while (!error && entry != std::filesystem::directory_iterator()) {
+        const auto file = entry->path();
+        entry.increment(error);
+        std::error_code ignored;
+        if (file.filename().u16string().starts_with(temporaryPrefix))
+            std::filesystem::remove(file, ignored);
+    }
 }
 
 } // namespace
@@ -166,6 +181,8 @@ TTaskResult TJobFolder::StoreSide(const std::filesystem::path &file, std::string
 TFolderLock::TFolderLock(const TJobFolder &folder)
     : m_side(MakePrivateFolder(folder.Side())), m_lock(folder.Side() / "lock", lockPatience)
 {
+    if (Succeeded(Result()))
+        removeLeftovers(folder.Side());
 }
 
 } // namespace Zelmar01

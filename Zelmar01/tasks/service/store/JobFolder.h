@@ -68,7 +68,8 @@ private:
 };
 
 /// The lock of a folder, held as long as this lives, by one process at a time. It is meant for the moment of
-/// one change; the result tells when another process has not let go of it for seconds.
+/// one change; the result tells when another process has not let go of it for seconds. What a process that
+/// was killed in the middle of a change has left half-written goes with the next lock.
 class TFolderLock
 {
 public:

@@ -23,7 +23,7 @@ TTaskResult ReadWholeFile(const std::filesystem::path &file, std::string &bytes)
 
 /// Replaces `file` in one step, so that whoever reads it sees the old bytes or the new ones, also after the
 /// power failed. They are first written to a file of a name of its own in `folder`, which is in the same file
-/// system. Only this user can read the new file.
+/// system; the name begins with ".zelmar01-". Only this user can read the new file.
 TTaskResult ReplaceWholeFile(const std::filesystem::path &file, const std::filesystem::path &folder,
                              std::string_view bytes);
 

@@ -37,8 +37,7 @@ class TTick
 {
 public:
     explicit TTick(const TTickOptions &options)
-        : m_options(options), m_folder(options.Folder), m_before(ReadTickState(m_folder)),
-          m_onBattery(IsOnBattery())
+        : m_options(options), m_folder(options.Folder), m_onBattery(IsOnBattery())
     {
     }
 
@@ -47,6 +46,9 @@ public:
         TTickReport report;
         std::vector<std::u16string> names;
         report.Result = checkOwner(m_folder.Path());
+        // Taken for the first one of the folder, a tick would pass over all that came due.
+        if (Succeeded(report.Result))
+            report.Result = LoadTickState(m_folder, m_before);
         if (Succeeded(report.Result))
             report.Result = m_folder.Names(names);
         if (Failed(report.Result))
@@ -139,8 +141,11 @@ private:
             return std::nullopt;
         }
         TJob job;
-        if (Failed(m_folder.Load(file, job))) // changed since it was looked at: the next tick says what it is
+        if (const auto result = m_folder.Load(file, job); Failed(result)) {
+            if (result != TaskResult::FileNotFound) // deleted since it was looked at
+                tell(TJobEvent::StartFailed, file, result);
             return std::nullopt;
+        }
         const TRunFiles run(m_folder, file);
         auto record = run.Read();
         const bool isRunning = run.IsRunning();
@@ -205,13 +210,14 @@ private:
             return lock.Result();
         m_after.Last = m_options.Now;
         m_after.BootId = m_options.BootId;
-        AppendToLog(m_folder, m_events);
-        return WriteTickState(m_folder, m_after);
+        const auto logged = AppendToLog(m_folder, m_events);
+        const auto written = WriteTickState(m_folder, m_after);
+        return Failed(written) ? written : logged;
     }
 
     const TTickOptions &m_options;
     const TJobFolder m_folder;
-    const TTickState m_before;
+    TTickState m_before;
     const bool m_onBattery;
     TTickState m_after;
     std::vector<TJobEvent> m_events;       // what this tick puts into the log

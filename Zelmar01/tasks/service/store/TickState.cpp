@@ -20,8 +20,15 @@ std::filesystem::path stateFile(const TJobFolder &folder)
 TTickState ReadTickState(const TJobFolder &folder)
 {
     TTickState state;
+    LoadTickState(folder, state);
+    return state;
+}
+
+TTaskResult LoadTickState(const TJobFolder &folder, TTickState &state)
+{
     std::string text;
-    ReadWholeFile(stateFile(folder), text);
+    if (const auto result = ReadWholeFile(stateFile(folder), text); Failed(result))
+        return result == TaskResult::FileNotFound ? TaskResult::Ok : result;
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
         std::istringstream words(line);
@@ -39,7 +46,7 @@ TTickState ReadTickState(const TJobFolder &folder)
             state.Unusable.push_back({Utf16FromUtf8(name), result});
         }
     }
-    return state;
+    return TaskResult::Ok;
 }
 
 TTaskResult WriteTickState(const TJobFolder &folder, const TTickState &state)
