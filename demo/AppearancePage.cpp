@@ -1,15 +1,10 @@
 #include "AppearancePage.h"
 
-#include "AppearanceEditor.h"
+#include "ui_AppearancePage.h"
 
 #include <Zelmar01/tabs/Backgrounds.h>
-#include <Zelmar01/tabs/ExtPageControl.h>
-#include <Zelmar01/tabs/ExtTabControl.h>
 
-#include <QComboBox>
-#include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPainter>
 #include <QSignalBlocker>
 
@@ -20,22 +15,7 @@ namespace Shop {
 
 namespace {
 
-constexpr int widestEditor = 400;
-
-struct TTabText
-{
-    QString Caption, Hint, Content;
-};
-
-// The third is disabled, the fifth hidden.
-QList<TTabText> texts()
-{
-    return {{u"&Vente"_s, u"Vendre et encaisser"_s, u"Alliance or 18 carats"_s},
-            {u"&Fiche article"_s, u"Ce qui est écrit sur l'étiquette"_s, u"0452-B"_s},
-            {u"&Stock"_s, u"Réservé au gérant"_s, u"3 pièces"_s},
-            {u"&Clients"_s, u"Les clients et leurs mesures"_s, u"Tour de doigt 52"_s},
-            {u"&Inventaire"_s, u"Seulement en janvier"_s, u""_s}};
-}
+constexpr int pages = 5;
 
 // A stone a tab, each in a colour of its own, on the colour that is left out.
 QPixmap stones(int count)
@@ -93,123 +73,43 @@ QPixmap bar(const QColor &color)
 } // namespace
 
 AppearancePage::AppearancePage(QWidget *parent)
-    : QWidget(parent), m_picture(new QLabel(this)), m_choice(new QComboBox), m_page(new QComboBox),
-      m_editor(new AppearanceEditor)
+    : QWidget(parent), m_ui(std::make_unique<Ui::AppearancePage>()), m_picture(new QLabel(this))
 {
+    m_ui->setupUi(this);
     setObjectName(u"appearance"_s);
+    setFocusProxy(m_ui->top);
     m_picture->setScaledContents(true);
     m_picture->hide();
-    auto *layout = new QHBoxLayout(this);
-    layout->addWidget(makeSamples(), 1);
-    layout->addWidget(makeEditor());
+    m_controls = {m_ui->top,  m_ui->drawn, m_ui->buttons, m_ui->bottom,
+                  m_ui->left, m_ui->right, m_ui->picture};
+    for (auto *control : {m_ui->top, m_ui->buttons, m_ui->bottom, m_ui->right})
+        control->TabGlyphs()->setGlyph(stones(pages));
+    drawTabs(*m_ui->drawn);
+    m_ui->picture->SetTabEnabled(3, false);
+    usePicture(*m_ui->picture);
+
+    connect(m_ui->control, &QComboBox::currentIndexChanged, this, &AppearancePage::chooseControl);
+    connect(m_ui->page, &QComboBox::currentIndexChanged, this, &AppearancePage::editChosen);
+    for (const auto *control : m_controls)
+        connect(control, &TExtCustomTab::OnChange, m_ui->editor, &AppearanceEditor::Read);
+    chooseControl();
 }
 
-TExtPageControl *AppearancePage::makeControl(const QString &name, const QString &title)
-{
-    auto *control = new TExtPageControl;
-    control->setObjectName(name);
-    QStringList hints;
-    for (const auto &[caption, hint, content] : texts()) {
-        auto *page = new TTabSheet(control);
-        page->setObjectName(name + QString::number(control->PageCount()));
-        page->setCaption(caption);
-        auto *grid = new QGridLayout(page);
-        grid->setContentsMargins(6, 6, 6, 6);
-        if (control->PageCount() == 1)
-            grid->addWidget(new QLabel(title), 0, 0);
-        auto *line = new QLineEdit(content);
-        line->setAccessibleName(hint);
-        grid->addWidget(line, 1, 0);
-        grid->setRowStretch(2, 1);
-        hints << hint;
-    }
-    control->setTabHints(hints);
-    control->Pages(2)->setEnabled(false);
-    control->Pages(4)->setTabVisible(false);
-    control->TabGlyphs()->setGlyph(stones(static_cast<int>(hints.size())));
-    control->Hottrack()->setEnabled(true);
-    m_controls << control;
-    m_choice->addItem(title);
-    return control;
-}
-
-QWidget *AppearancePage::makeSamples()
-{
-    auto *panel = new QWidget;
-    auto *grid = new QGridLayout(panel);
-    grid->setContentsMargins({});
-    auto *top = makeControl(u"top"_s, u"En haut, images à gauche"_s);
-    top->TabGlyphs()->setNumGlyphs(5);
-    static_cast<QGridLayout *>(top->Pages(0)->layout())->addWidget(makeDrawnTabs(), 3, 0);
-
-    auto *buttons = makeControl(u"buttons"_s, u"Boutons"_s);
-    buttons->setTabStyle(tabStButton);
-    buttons->TabGlyphs()->setNumGlyphs(5);
-
-    auto *bottom = makeControl(u"bottom"_s, u"En bas, images au-dessus"_s);
-    bottom->setTabPosition(tabPosBottom);
-    bottom->TabGlyphs()->setNumGlyphs(5);
-    bottom->TabGlyphs()->setPosition(glPosTop);
-
-    auto *left = makeControl(u"left"_s, u"À gauche, sur plusieurs lignes"_s);
-    left->setTabPosition(tabPosLeft);
-    left->setTabWordWrap(true);
-    left->TabGlyphs()->setGlyph({});
-
-    auto *right = makeControl(u"right"_s, u"À droite, images au-dessus"_s);
-    right->setTabPosition(tabPosRight);
-    right->setTabWidth(90);
-    right->setTabHeight(44);
-    right->TabGlyphs()->setNumGlyphs(5);
-    right->TabGlyphs()->setPosition(glPosTop);
-
-    auto *picture = new TExtTabControl;
-    picture->setObjectName(u"picture"_s);
-    const QStringList metals{u"Or"_s, u"Argent"_s, u"Platine"_s, u"Acier"_s, u"Laiton"_s, u"Titane"_s};
-    picture->setTabs(metals);
-    picture->SetTabEnabled(3, false);
-    picture->setMultiLine(true);
-    picture->setTabWidth(90);
-    picture->setTabHeight(26);
-    picture->setTabInactiveColor(clNone);
-    picture->setTabActiveColor(clNone);
-    picture->Hottrack()->setEnabled(true);
-    usePicture(*picture);
-    m_controls << picture;
-    m_choice->addItem(u"Sur un fond de métal"_s);
-
-    const QList<QWidget *> samples{top, buttons, bottom, left, right, picture};
-    for (int i = 0; i < samples.size(); ++i)
-        grid->addWidget(samples[i], i / 2, i % 2);
-    return panel;
-}
+AppearancePage::~AppearancePage() = default;
 
 // Tabs that the shop draws itself. They stand on a page of other tabs, whose colour they take over.
-QWidget *AppearancePage::makeDrawnTabs()
+void AppearancePage::drawTabs(TExtTabControl &control)
 {
-    auto *drawn = new TExtTabControl;
-    drawn->setObjectName(u"drawn"_s);
-    drawn->setTabs({u"Or jaune"_s, u"Or rose"_s, u"Argent"_s, u"Réservé"_s});
-    drawn->SetTabEnabled(3, false);
-    drawn->setTabWidth(84);
-    drawn->setTabHeight(28);
-    // Black is to stay black, on desktops of any colour.
-    drawn->setTabActiveColor(QColor(Qt::white));
-    drawn->setTabInactiveColor(QColor(Qt::lightGray));
-    drawn->setTabActiveFont_Color(QColor(Qt::black));
-    drawn->setTabInactiveFont_Color(QColor(Qt::black));
+    control.SetTabEnabled(3, false);
     const QList<QColor> metals{{0xe8, 0xc8, 0x66}, {0xe6, 0xb4, 0xa0}, {0xcf, 0xd3, 0xd8}};
-    connect(drawn, &TExtCustomTab::OnDrawTab, this,
-            [drawn, metals](QWidget *, int tab, bool active, const TRect &content, const TRect &ground,
-                            TOwnerDrawState state) {
+    connect(&control, &TExtCustomTab::OnDrawTab, this,
+            [drawn = &control, metals](QWidget *, int tab, bool active, const TRect &content,
+                                       const TRect &ground, TOwnerDrawState state) {
                 // The selected tab shows the whole bar, the others as much of it as they have room for.
                 if (tab < metals.size())
                     ExtDrawTabGraphic(drawn->Canvas(), bar(metals[tab]), ground, active);
                 drawn->DefaultDrawTab(tab, content, state);
             });
-    m_controls << drawn;
-    m_choice->addItem(u"Dessinés par la boutique"_s);
-    return drawn;
 }
 
 // The picture lies below the whole page, and this control lets it through.
@@ -234,45 +134,28 @@ void AppearancePage::usePicture(TExtCustomTab &control)
             });
 }
 
-QWidget *AppearancePage::makeEditor()
-{
-    auto *panel = new QWidget;
-    panel->setMaximumWidth(widestEditor);
-    auto *layout = new QVBoxLayout(panel);
-    layout->setContentsMargins({});
-    m_choice->setAccessibleName(u"Contrôle à modifier"_s);
-    m_page->setAccessibleName(u"Page à modifier"_s);
-    layout->addWidget(m_choice);
-    layout->addWidget(m_page);
-    layout->addWidget(m_editor, 1);
-    connect(m_choice, &QComboBox::currentIndexChanged, this, &AppearancePage::chooseControl);
-    connect(m_page, &QComboBox::currentIndexChanged, this, &AppearancePage::editChosen);
-    for (const auto *control : m_controls)
-        connect(control, &TExtCustomTab::OnChange, m_editor, &AppearanceEditor::Read);
-    chooseControl();
-    return panel;
-}
-
 void AppearancePage::chooseControl()
 {
-    const QSignalBlocker later(m_page);
-    m_page->clear();
-    m_page->addItem(u"Le contrôle"_s);
-    if (const auto *pages = qobject_cast<TExtPageControl *>(m_controls.value(m_choice->currentIndex()))) {
-        for (int i = 0; i < pages->PageCount(); ++i)
-            m_page->addItem(u"Page "_s + PlainCaption(pages->Pages(i)->Caption()),
-                            QVariant::fromValue<QObject *>(pages->Pages(i)));
+    const QSignalBlocker later(m_ui->page);
+    m_ui->page->clear();
+    m_ui->page->addItem(u"Le contrôle"_s);
+    if (const auto *chosen =
+            qobject_cast<TExtPageControl *>(m_controls.value(m_ui->control->currentIndex()))) {
+        for (int i = 0; i < chosen->PageCount(); ++i)
+            m_ui->page->addItem(u"Page "_s + PlainCaption(chosen->Pages(i)->Caption()),
+                                QVariant::fromValue<QObject *>(chosen->Pages(i)));
     }
-    m_page->setVisible(m_page->count() > 1);
+    m_ui->page->setVisible(m_ui->page->count() > 1);
     editChosen();
 }
 
 void AppearancePage::editChosen()
 {
-    if (auto *page = m_page->currentData().value<QObject *>())
-        m_editor->Edit(page, {u"enabled"_s});
+    if (auto *page = m_ui->page->currentData().value<QObject *>())
+        m_ui->editor->Edit(page, {u"enabled"_s});
     else
-        m_editor->Edit(m_controls.value(m_choice->currentIndex()), {u"enabled"_s, u"layoutDirection"_s});
+        m_ui->editor->Edit(m_controls.value(m_ui->control->currentIndex()),
+                           {u"enabled"_s, u"layoutDirection"_s});
 }
 
 } // namespace Shop

@@ -2,19 +2,20 @@
 
 #include <QWidget>
 
-class QComboBox;
+#include <memory>
+
 class QLabel;
 
+namespace Ui {
+class AppearancePage;
+}
+
 namespace Zelmar01 {
-
 class TExtCustomTab;
-class TExtPageControl;
-
+class TExtTabControl;
 } // namespace Zelmar01
 
 namespace Shop {
-
-class AppearanceEditor;
 
 /// The looks of tabs: a control for each side and style, and the properties of one of them and of its
 /// pages, which can be changed while it is seen.
@@ -23,21 +24,18 @@ class AppearancePage : public QWidget
     Q_OBJECT
 public:
     explicit AppearancePage(QWidget *parent = nullptr);
+    ~AppearancePage() override;
 
 private:
-    Zelmar01::TExtPageControl *makeControl(const QString &name, const QString &title);
-    QWidget *makeSamples();
-    QWidget *makeDrawnTabs();
-    QWidget *makeEditor();
+    void drawTabs(Zelmar01::TExtTabControl &control);
     void usePicture(Zelmar01::TExtCustomTab &control);
     void chooseControl();
     void editChosen();
 
-    QList<Zelmar01::TExtCustomTab *> m_controls;
+    const std::unique_ptr<Ui::AppearancePage> m_ui;
+    QList<Zelmar01::TExtCustomTab *> m_controls; ///< in the order of the form's list
     QLabel *m_picture;
     qint64 m_picturesPalette = 0;
-    QComboBox *m_choice, *m_page;
-    AppearanceEditor *m_editor;
 };
 
 } // namespace Shop

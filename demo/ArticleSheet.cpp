@@ -1,25 +1,13 @@
 #include "ArticleSheet.h"
 
 #include "ArticleTable.h"
+#include "ui_ArticleSheet.h"
 
-#include <Zelmar01/controls/zmCheckBox.h>
-#include <Zelmar01/controls/zmCurrency.h>
-#include <Zelmar01/controls/zmDateEdit.h>
-#include <Zelmar01/controls/zmImage.h>
-#include <Zelmar01/controls/zmLookUpEd.h>
-#include <Zelmar01/controls/zmMemo.h>
-#include <Zelmar01/controls/zmSpinEdit.h>
-#include <Zelmar01/controls/zmTextEdit.h>
 #include <Zelmar01/core/ExceptionDisplay.h>
 
 #include <QBuffer>
 #include <QDate>
-#include <QFormLayout>
-#include <QGridLayout>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QPainter>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 using namespace Zelmar01;
@@ -88,100 +76,59 @@ TShopTable sheetTable(TEngine engine)
 
 } // namespace
 
-ArticleSheet::ArticleSheet(ShopDatabase &shop, QWidget *parent)
-    : QGroupBox(u"Fiche d'un article"_s, parent), m_shop(shop), m_articles(nullptr, &shop.Connection()),
-      m_metals(nullptr, &shop.Connection()), m_place(new QLabel), m_post(new QPushButton(u"&Enregistrer"_s)),
-      m_cancel(new QPushButton(u"Annuler"_s))
+ArticleSheet::ArticleSheet(QWidget *parent) : QGroupBox(parent), m_ui(std::make_unique<Ui::ArticleSheet>())
 {
+    m_ui->setupUi(this);
+    m_ui->sheetNOTE->setMinimumHeight(m_ui->sheetNOTE->fontMetrics().lineSpacing() * 4);
     m_articles.setCommandText(u"select * from fiche order by REFERENCE"_s);
     m_metals.setCommandText(u"select METAL_ID, LIBELLE from metal order by LIBELLE"_s);
     m_source.setDataSet(&m_articles);
     m_metalSource.setDataSet(&m_metals);
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(makeEditors(), 1);
-    layout->addWidget(makeButtons());
+    bind();
+
+    const std::pair<QPushButton *, void (TDataSet::*)()> works[] = {{m_ui->sheetPrior, &TDataSet::Prior},
+                                                                    {m_ui->sheetNext, &TDataSet::Next},
+                                                                    {m_ui->sheetCancel, &TDataSet::Cancel},
+                                                                    {m_ui->sheetPost, &TDataSet::Post}};
+    for (const auto &[button, work] : works)
+        connect(button, &QPushButton::clicked, this,
+                [this, work = work] { ShowingExceptions([this, work] { (m_articles.*work)(); }); });
     connect(&m_source, &TDataSource::OnStateChange, this, &ArticleSheet::follow);
     connect(&m_source, &TDataSource::OnDataChange, this, &ArticleSheet::follow);
     follow();
 }
 
-void ArticleSheet::Load()
+ArticleSheet::~ArticleSheet() = default;
+
+// The form names the fields.
+void ArticleSheet::bind()
 {
-    m_shop.Require(MetalTable());
-    m_shop.Require(ArticleTable());
-    m_shop.Require(sheetTable(m_shop.Connection().Engine()));
+    const auto toSource = [this](auto *...editors) { (editors->setDataSource(&m_source), ...); };
+    toSource(m_ui->sheetREFERENCE, m_ui->sheetNOM, m_ui->sheetMETAL_ID, m_ui->sheetPRIX, m_ui->sheetACHAT,
+             m_ui->sheetSTOCK, m_ui->sheetVITRINE, m_ui->sheetNOTE, m_ui->sheetPHOTO);
+    m_ui->sheetMETAL_ID->setListSource(&m_metalSource);
+}
+
+void ArticleSheet::Load(ShopDatabase &shop)
+{
+    auto &connection = shop.Connection();
+    shop.Require(MetalTable());
+    shop.Require(ArticleTable());
+    shop.Require(sheetTable(connection.Engine()));
+    m_metals.setConnection(&connection);
+    m_articles.setConnection(&connection);
     m_metals.Open();
     m_articles.Open();
-}
-
-template<class Editor>
-Editor *ArticleSheet::bind(const QString &field)
-{
-    auto *editor = new Editor;
-    editor->setObjectName(u"sheet"_s + field);
-    editor->setDataField(field);
-    editor->setDataSource(&m_source);
-    return editor;
-}
-
-QWidget *ArticleSheet::makeEditors()
-{
-    auto *metal = bind<TzmDBLookupEdit>(u"METAL_ID"_s);
-    metal->setListSource(&m_metalSource);
-    auto *shown = bind<TzmDBCheckEdit>(u"VITRINE"_s);
-    shown->setText(u"En &vitrine"_s);
-    shown->setTransparent(true);
-    auto *stock = bind<TzmDBSpinEdit>(u"STOCK"_s);
-    stock->setMaxValue(999);
-    auto *note = bind<TzmDBMemo>(u"NOTE"_s);
-    note->setMinimumHeight(note->fontMetrics().lineSpacing() * 4);
-    auto *photo = bind<TzmDBImage>(u"PHOTO"_s);
-    photo->setAccessibleName(u"Photo de l'article"_s);
-    photo->setFixedSize(200, 128);
-
-    auto *editors = new QWidget;
-    auto *form = new QFormLayout(editors);
-    form->setContentsMargins({});
-    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    form->addRow(u"&Référence :"_s, bind<TzmDBEdit>(u"REFERENCE"_s));
-    form->addRow(u"&Nom :"_s, bind<TzmDBEdit>(u"NOM"_s));
-    form->addRow(u"&Métal :"_s, metal);
-    form->addRow(u"Pri&x :"_s, bind<TzmDBCurrencyEdit>(u"PRIX"_s));
-    form->addRow(u"Acheté &le :"_s, bind<tzmDBDateEdit>(u"ACHAT"_s));
-    form->addRow(u"&Stock :"_s, stock);
-    form->addRow(QString(), shown);
-    form->addRow(u"N&ote :"_s, note);
-    form->addRow(u"P&hoto :"_s, photo);
-    return editors;
-}
-
-QWidget *ArticleSheet::makeButtons()
-{
-    auto *row = new QWidget;
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins({});
-    const auto add = [&](QPushButton *button, const QString &name, void (TDataSet::*work)()) {
-        button->setObjectName(name);
-        layout->addWidget(button);
-        connect(button, &QPushButton::clicked, this,
-                [this, work] { ShowingExceptions([this, work] { (m_articles.*work)(); }); });
-    };
-    add(new QPushButton(u"◀ Précéden&t"_s), u"sheetPrior"_s, &TDataSet::Prior);
-    add(new QPushButton(u"Su&ivant ▶"_s), u"sheetNext"_s, &TDataSet::Next);
-    layout->addWidget(m_place, 1, Qt::AlignCenter);
-    add(m_cancel, u"sheetCancel"_s, &TDataSet::Cancel);
-    add(m_post, u"sheetPost"_s, &TDataSet::Post);
-    return row;
 }
 
 void ArticleSheet::follow()
 {
     const bool isEditing = m_source.State() == dsEdit || m_source.State() == dsInsert;
-    m_post->setEnabled(isEditing);
-    m_cancel->setEnabled(isEditing);
-    m_place->setText(m_articles.Active()
-                         ? u"%1 sur %2"_s.arg(m_articles.RecNo()).arg(m_articles.RecordCount())
-                         : QString());
+    m_ui->sheetPost->setEnabled(isEditing);
+    m_ui->sheetCancel->setEnabled(isEditing);
+    m_ui->sheetPlace->setText(m_articles.Active()
+                                  ? u"%1 sur %2"_s.arg(m_articles.RecNo()).arg(m_articles.RecordCount())
+                                  : QString());
 }
 
 } // namespace Shop

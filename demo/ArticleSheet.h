@@ -7,9 +7,11 @@
 
 #include <QGroupBox>
 
-class QFormLayout;
-class QLabel;
-class QPushButton;
+#include <memory>
+
+namespace Ui {
+class ArticleSheet;
+}
 
 namespace Shop {
 
@@ -19,24 +21,19 @@ class ArticleSheet : public QGroupBox
 {
     Q_OBJECT
 public:
-    /// `shop` must live longer.
-    explicit ArticleSheet(ShopDatabase &shop, QWidget *parent = nullptr);
+    explicit ArticleSheet(QWidget *parent = nullptr);
+    ~ArticleSheet() override;
 
-    /// Makes the table if it is not there and reads it.
-    void Load();
+    /// Makes the table if it is not there and reads it. `shop` must live longer.
+    void Load(ShopDatabase &shop);
 
 private:
-    template<class Editor>
-    Editor *bind(const QString &field);
-    QWidget *makeEditors();
-    QWidget *makeButtons();
+    void bind();
     void follow();
 
-    ShopDatabase &m_shop;
+    const std::unique_ptr<Ui::ArticleSheet> m_ui;
     Zelmar01::TQuery m_articles, m_metals;
     Zelmar01::TDataSource m_source, m_metalSource;
-    QLabel *m_place;
-    QPushButton *m_post, *m_cancel;
 };
 
 } // namespace Shop

@@ -1,29 +1,21 @@
 #include "CodesPage.h"
 
 #include "BusyCursor.h"
-#include "LevelPanel.h"
 #include "NewLevelDialog.h"
 #include "ShopIcons.h"
 #include "ShopLevels.h"
-#include "TablePanel.h"
+#include "ui_CodesPage.h"
 
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/core/MessageBoxes.h>
 #include <Zelmar01/data/DataErrors.h>
 #include <Zelmar01/descrtree/DescrQueries.h>
 
-#include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QLocale>
 #include <QMenu>
-#include <QPushButton>
 #include <QSettings>
 #include <QStyle>
 
@@ -52,131 +44,72 @@ QString durationText(qint64 milliseconds)
     return QLocale(QLocale::French).toString(seconds, 'f', 1) + u" s"_s;
 }
 
-// A button that does what an action does, and looks and is enabled as it is.
-QPushButton *buttonOf(QAction *action)
+// A button of the form shows how things are with its action.
+void follows(QPushButton *button, const QAction *action)
 {
-    auto *button = new QPushButton;
     const auto follow = [action, button] {
-        const auto key = action->shortcut().toString(QKeySequence::NativeText);
         button->setText(action->text());
         button->setIcon(action->icon());
         button->setEnabled(action->isEnabled());
-        button->setToolTip(key.isEmpty() ? action->toolTip() : action->toolTip() + u" ("_s + key + u')');
     };
     QObject::connect(action, &QAction::changed, button, follow);
-    QObject::connect(button, &QPushButton::clicked, action, &QAction::trigger);
     follow();
-    return button;
-}
-
-QWidget *buttonsOf(const QString &title, const QList<QAction *> &actions)
-{
-    auto *group = new QGroupBox(title);
-    auto *layout = new QGridLayout(group);
-    for (int place = 0; place < actions.size(); ++place) {
-        const bool isAlone = place % 2 == 0 && place + 1 == actions.size();
-        layout->addWidget(buttonOf(actions[place]), place / 2, place % 2, 1, isAlone ? 2 : 1);
-    }
-    for (const int column : {0, 1})
-        layout->setColumnStretch(column, 1);
-    return group;
 }
 
 } // namespace
 
 CodesPage::CodesPage(ShopDatabase &shop, QWidget *parent)
-    : QWidget(parent), m_shop(shop), m_tree(new TTreeViewDescr), m_level(new LevelPanel)
+    : QWidget(parent), m_shop(shop), m_ui(std::make_unique<Ui::CodesPage>())
 {
+    m_ui->setupUi(this);
+    m_tree = m_ui->codeTree;
     setObjectName(u"codes"_s);
+    setFocusProxy(m_tree);
     m_query.setCommandText(CodeTableQuery());
     m_source.setDataSet(&m_query);
     m_tree->setRequete(&m_source);
-
-    makeActions();
-    auto *tree = makeTree();
-    auto *table = new TablePanel(m_query);
-    connect(table, &TablePanel::LevelChosen, this,
+    m_ui->table->ShowRows(m_query);
+    connect(m_ui->table, &TablePanel::LevelChosen, this,
             [this](int id) { ShowingExceptions([&] { m_tree->SelectNoeud(id); }); });
-    auto *changes = buttonsOf(u"Modifier"_s, {m_addDepartment, m_addSection, m_rename, m_remove});
-    auto *base = buttonsOf(u"Base de données"_s, {m_reload, m_rebuild, m_toggleTrial});
-    auto *state = makeState();
-    // The Tab key goes through them in the order in which they become children.
-    for (auto *part :
-         {tree, static_cast<QWidget *>(m_level), changes, static_cast<QWidget *>(table), base, state})
-        part->setParent(this);
-    setFocusProxy(m_tree);
-
-    auto *right = new QVBoxLayout;
-    right->addWidget(m_level);
-    right->addWidget(changes);
-    right->addWidget(table, 1);
-    right->addWidget(base);
-    auto *layout = new QGridLayout(this);
-    layout->addWidget(tree, 0, 0);
-    layout->addLayout(right, 0, 1);
-    layout->addWidget(state, 1, 0, 1, 2);
-    layout->setColumnStretch(0, 3);
-    layout->setColumnStretch(1, 2);
-    layout->setRowStretch(0, 1);
-
+    connectActions();
+    connectTree();
     use(m_shop);
     follow();
 }
 
-QAction *CodesPage::makeAction(const QString &name, TShopIcon icon, const QString &text, const QString &tip,
-                               void (CodesPage::*work)())
-{
-    auto *action = new QAction(ShopIcon(icon), text, this);
-    action->setObjectName(name);
-    action->setToolTip(tip);
-    connect(action, &QAction::triggered, this, [this, work] { ShowingExceptions([&] { (this->*work)(); }); });
-    return action;
-}
+CodesPage::~CodesPage() = default;
 
-void CodesPage::makeActions()
+void CodesPage::connectActions()
 {
-    m_addDepartment = makeAction(u"addDepartment"_s, TShopIcon::AddDepartment, u"Ajouter un &rayon…"_s,
-                                 u"Ajoute un rayon à la racine"_s, &CodesPage::addDepartment);
-    m_addSection = makeAction(u"addSection"_s, TShopIcon::AddSection, u"Ajouter une r&ubrique…"_s,
-                              u"Ajoute une rubrique au niveau sélectionné"_s, &CodesPage::addSection);
-    m_rename = makeAction(u"rename"_s, TShopIcon::Rename, u"Re&nommer"_s,
-                          u"Change le libellé du niveau sélectionné"_s, &CodesPage::rename);
-    m_remove = makeAction(u"remove"_s, TShopIcon::Delete, u"&Supprimer"_s,
-                          u"Supprime le niveau sélectionné"_s, &CodesPage::remove);
-    m_reload = makeAction(u"reload"_s, TShopIcon::Reload, u"Re&charger"_s,
-                          u"Charge l'arbre, depuis le cache s'il compte autant de niveaux que la base"_s,
-                          &CodesPage::reload);
-    m_rebuild = makeAction(u"rebuild"_s, TShopIcon::Rebuild, u"Reconstruire &le cache"_s,
-                           u"Lit toute la base et écrit le cache à nouveau"_s, &CodesPage::rebuild);
-    m_toggleTrial = makeAction(u"trial"_s, TShopIcon::Levels, {}, {}, &CodesPage::toggleTrial);
-    m_showCodes = new QAction(u"A&fficher les codes"_s, this);
-    m_showCodes->setObjectName(u"showCodes"_s);
-    m_showCodes->setCheckable(true);
-    connect(m_showCodes, &QAction::toggled, m_tree, &TTreeViewDescr::setAfficherCodeStat);
-
-    const auto onTree = [this](QAction *action, const QKeySequence &key) {
-        action->setShortcut(key);
-        action->setShortcutContext(Qt::WidgetShortcut);
-        m_tree->addAction(action);
+    struct TWork
+    {
+        QAction *Action;
+        QPushButton *Button;
+        TShopIcon Icon;
+        void (CodesPage::*Do)();
     };
-    onTree(m_addDepartment, Qt::SHIFT | Qt::Key_Insert);
-    onTree(m_addSection, Qt::Key_Insert);
-    onTree(m_rename, Qt::Key_F2);
-    onTree(m_remove, Qt::Key_Delete);
-    m_reload->setShortcut(Qt::Key_F5);
-    m_reload->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    addAction(m_reload);
+    const TWork works[] = {
+        {m_ui->addDepartment, m_ui->addDepartmentButton, TShopIcon::AddDepartment, &CodesPage::addDepartment},
+        {m_ui->addSection, m_ui->addSectionButton, TShopIcon::AddSection, &CodesPage::addSection},
+        {m_ui->rename, m_ui->renameButton, TShopIcon::Rename, &CodesPage::rename},
+        {m_ui->remove, m_ui->removeButton, TShopIcon::Delete, &CodesPage::remove},
+        {m_ui->reload, m_ui->reloadButton, TShopIcon::Reload, &CodesPage::reload},
+        {m_ui->rebuild, m_ui->rebuildButton, TShopIcon::Rebuild, &CodesPage::rebuild},
+        {m_ui->trial, m_ui->trialButton, TShopIcon::Levels, &CodesPage::toggleTrial}};
+    for (const auto &work : works) {
+        work.Action->setIcon(ShopIcon(work.Icon));
+        follows(work.Button, work.Action);
+        connect(work.Action, &QAction::triggered, this,
+                [this, work = work.Do] { ShowingExceptions([&] { (this->*work)(); }); });
+    }
+    connect(m_ui->showCodes, &QAction::toggled, m_tree, &TTreeViewDescr::setAfficherCodeStat);
 }
 
-QWidget *CodesPage::makeTree()
+void CodesPage::connectTree()
 {
-    m_tree->setObjectName(u"codeTree"_s);
-    m_tree->setAccessibleName(u"Codes statistiques"_s);
-    m_tree->setSeparateur(u" – "_s);
     m_tree->setImages({QIcon(), ShopIcon(TShopIcon::Tag), ShopIcon(TShopIcon::Gem)});
     const int iconSize = m_tree->fontMetrics().height() * 3 / 2;
     m_tree->setIconSize({iconSize, iconSize});
-    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_tree, &QWidget::customContextMenuRequested, this, &CodesPage::showMenu);
     connect(m_tree, &TTreeViewDescr::OnNoeudModifie, this,
             [this] { tell(countText() + u". Le libellé est enregistré."_s); });
@@ -190,44 +123,17 @@ QWidget *CodesPage::makeTree()
     });
     connect(model, &QAbstractItemModel::rowsInserted, this, &CodesPage::follow);
     connect(model, &QAbstractItemModel::rowsRemoved, this, &CodesPage::follow);
-
-    auto *showCodes = new QCheckBox(m_showCodes->text());
-    connect(showCodes, &QCheckBox::toggled, m_showCodes, &QAction::setChecked);
-    connect(m_showCodes, &QAction::toggled, showCodes, &QCheckBox::setChecked);
-
-    auto *group = new QGroupBox(u"Codes statistiques"_s);
-    auto *layout = new QVBoxLayout(group);
-    layout->addWidget(m_tree, 1);
-    layout->addWidget(showCodes);
-    return group;
-}
-
-QWidget *CodesPage::makeState()
-{
-    m_stateIcon = new QLabel;
-    m_state = new QLabel;
-    m_state->setObjectName(u"codesState"_s);
-    m_state->setAccessibleName(u"État"_s);
-    m_state->setTextFormat(Qt::PlainText);
-    m_state->setWordWrap(true);
-    m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto *row = new QWidget;
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins({});
-    layout->addWidget(m_stateIcon);
-    layout->addWidget(m_state, 1);
-    return row;
 }
 
 void CodesPage::Restore(const QSettings &settings)
 {
-    m_showCodes->setChecked(settings.value(showCodesKey).toBool());
+    m_ui->showCodes->setChecked(settings.value(showCodesKey).toBool());
     m_firstSelected = settings.value(selectedKey).toInt();
 }
 
 void CodesPage::Save(QSettings &settings) const
 {
-    settings.setValue(showCodesKey, m_showCodes->isChecked());
+    settings.setValue(showCodesKey, m_ui->showCodes->isChecked());
     if (m_isLoaded && !isTrial())
         settings.setValue(selectedKey, m_tree->DonnerIDSelectionne());
 }
@@ -251,10 +157,10 @@ void CodesPage::use(ShopDatabase &database)
     m_query.setConnection(&database.Connection());
     m_tree->setRacine(isTrial() ? trialName : shopName);
     m_tree->setFichierSortie(database.Beside(isTrial() ? u"essai"_s : u"codes"_s));
-    m_toggleTrial->setIcon(ShopIcon(isTrial() ? TShopIcon::Back : TShopIcon::Levels));
-    m_toggleTrial->setText(isTrial() ? u"Re&venir à la bijouterie"_s : u"Créer 100 000 ni&veaux…"_s);
-    m_toggleTrial->setToolTip(isTrial() ? u"Quitte la base d'essai"_s
-                                        : u"Remplit une base d'essai, à côté de celle du magasin"_s);
+    m_ui->trial->setIcon(ShopIcon(isTrial() ? TShopIcon::Back : TShopIcon::Levels));
+    m_ui->trial->setText(isTrial() ? u"Re&venir à la bijouterie"_s : u"Créer 100 000 ni&veaux…"_s);
+    m_ui->trialButton->setToolTip(isTrial() ? u"Quitte la base d'essai"_s
+                                            : u"Remplit une base d'essai, à côté de celle du magasin"_s);
 }
 
 void CodesPage::load(bool force, const QString &before)
@@ -397,10 +303,10 @@ void CodesPage::follow()
     const auto *tree = m_tree->Arbre();
     const auto node = tree ? m_tree->NoeudSelectionne() : TTreeViewDescr::NoNode;
     const bool isLevel = node != TTreeViewDescr::NoNode && node != TTreeViewDescr::RootNode;
-    m_addDepartment->setEnabled(tree);
-    for (auto *action : {m_addSection, m_rename, m_remove})
+    m_ui->addDepartment->setEnabled(tree);
+    for (auto *action : {m_ui->addSection, m_ui->rename, m_ui->remove})
         action->setEnabled(isLevel);
-    m_level->ShowLevel(tree, node);
+    m_ui->level->ShowLevel(tree, node);
 }
 
 // The key for the menu gives a place that need not be on a node.
@@ -411,9 +317,9 @@ void CodesPage::showMenu(const QPoint &place)
         m_tree->indexAt(place).isValid() ? place : m_tree->visualRect(m_tree->currentIndex()).center();
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addActions({m_addDepartment, m_addSection, m_rename, m_remove});
+    menu->addActions({m_ui->addDepartment, m_ui->addSection, m_ui->rename, m_ui->remove});
     menu->addSeparator();
-    menu->addActions({m_showCodes, m_reload, m_rebuild});
+    menu->addActions({m_ui->showCodes, m_ui->reload, m_ui->rebuild});
     menu->popup(m_tree->viewport()->mapToGlobal(at));
 }
 
@@ -426,10 +332,10 @@ QString CodesPage::countText() const
 
 void CodesPage::tell(const QString &text, bool isWarning)
 {
-    m_state->setText(text);
+    m_ui->codesState->setText(text);
     const auto icon = isWarning ? QStyle::SP_MessageBoxWarning : QStyle::SP_DialogApplyButton;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    m_stateIcon->setPixmap(style()->standardIcon(icon).pixmap(size));
+    m_ui->stateIcon->setPixmap(style()->standardIcon(icon).pixmap(size));
 }
 
 } // namespace Shop

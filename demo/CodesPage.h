@@ -9,15 +9,15 @@
 
 #include <memory>
 
-class QAction;
-class QLabel;
 class QSettings;
+
+namespace Ui {
+class CodesPage;
+}
 
 namespace Shop {
 
-class LevelPanel;
 struct TNewLevel;
-enum class TShopIcon;
 
 /// The statistical codes of the shop: the tree of departments and sections, and what can be done with it.
 class CodesPage : public QWidget
@@ -26,6 +26,7 @@ class CodesPage : public QWidget
 public:
     /// The codes are loaded when the page is first shown. `shop` must live longer.
     explicit CodesPage(ShopDatabase &shop, QWidget *parent = nullptr);
+    ~CodesPage() override;
 
     void Restore(const QSettings &settings);
     void Save(QSettings &settings) const;
@@ -36,11 +37,8 @@ protected:
 private:
     using TNode = Zelmar01::TTreeViewDescr::TNode;
 
-    QAction *makeAction(const QString &name, TShopIcon icon, const QString &text, const QString &tip,
-                        void (CodesPage::*work)());
-    void makeActions();
-    QWidget *makeTree();
-    QWidget *makeState();
+    void connectActions();
+    void connectTree();
 
     void use(ShopDatabase &database);
     void load(bool force, const QString &before = {});
@@ -66,11 +64,8 @@ private:
     ShopDatabase *m_database = &m_shop;
     Zelmar01::TQuery m_query;
     Zelmar01::TDataSource m_source;
+    const std::unique_ptr<Ui::CodesPage> m_ui;
     Zelmar01::TTreeViewDescr *m_tree;
-    LevelPanel *m_level;
-    QAction *m_addDepartment, *m_addSection, *m_rename, *m_remove, *m_showCodes, *m_reload, *m_rebuild,
-        *m_toggleTrial;
-    QLabel *m_stateIcon, *m_state;
     int m_firstSelected = 0; // identifier
     bool m_isLoaded = false;
 };

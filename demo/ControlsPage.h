@@ -1,17 +1,16 @@
 #pragma once
 
-#include "ArticleSheet.h"
 #include "ShopDatabase.h"
 
-#include <Zelmar01/controls/LabelURL.h>
-#include <Zelmar01/controls/zmGauges.h>
 #include <Zelmar01/data/Query.h>
-#include <Zelmar01/keylists/ComboBoxFk.h>
 
 #include <QWidget>
 
-class QGroupBox;
-class QLabel;
+#include <memory>
+
+namespace Ui {
+class ControlsPage;
+}
 
 namespace Shop {
 
@@ -23,28 +22,19 @@ class ControlsPage : public QWidget
 public:
     /// The articles are read when the page is first shown. `shop` must live longer.
     explicit ControlsPage(ShopDatabase &shop, QWidget *parent = nullptr);
+    ~ControlsPage() override;
 
 protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    QGroupBox *makeLinks();
-    QGroupBox *makeGauges();
-    Zelmar01::TLabelURL *makeLink(const QString &name, const QString &caption, Zelmar01::TURLType type);
-    QGroupBox *makeAppointment();
-    QWidget *makeFoot();
-
     void load();
     void showArticle();
     void checkTickets();
 
     ShopDatabase &m_shop;
     Zelmar01::TQuery m_articles;
-    ArticleSheet *m_sheetOfArticle;
-    Zelmar01::TComboBoxFk *m_find;
-    Zelmar01::TLabelURL *m_sheet, *m_order, *m_folder;
-    Zelmar01::TzmGauge *m_gauge, *m_upright;
-    QLabel *m_told;
+    const std::unique_ptr<Ui::ControlsPage> m_ui;
     int m_starts = 0;
     bool m_isLoaded = false;
 };

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "ShopDatabase.h"
-
 #include <Zelmar01/data/ClientDataSet.h>
-#include <Zelmar01/data/Query.h>
-#include <Zelmar01/keylists/zmGrid.h>
+#include <Zelmar01/data/DataSource.h>
 
 #include <QGroupBox>
 
-class QComboBox;
-class QLabel;
+#include <memory>
+
+namespace Ui {
+class GridPanel;
+}
 
 namespace Shop {
 
@@ -22,27 +22,27 @@ public:
     /// The articles as they are read when nothing sorts them.
     static QString ArticlesText();
 
-    /// `shop` and the data source of `articles` must live longer.
-    GridPanel(ShopDatabase &shop, Zelmar01::TDataSource &articles, QWidget *parent = nullptr);
+    explicit GridPanel(QWidget *parent = nullptr);
     ~GridPanel() override;
 
+    /// Says once whose articles these are; they must live longer.
+    void Use(Zelmar01::TDataSource &articles);
     /// Shows the articles of the database again.
     void ShowArticles();
     /// Shows that many invented articles, in memory.
     void ShowMany(int rows);
+    /// The rows that are shown.
+    Zelmar01::TDataSet &Shown() const;
 
 private:
     void showCopy();
     void show(Zelmar01::TDataSource &source);
     void showOrder();
 
-    ShopDatabase &m_shop;
-    Zelmar01::TDataSource &m_articles;
+    const std::unique_ptr<Ui::GridPanel> m_ui;
+    Zelmar01::TDataSource *m_articles = nullptr;
     Zelmar01::TClientDataSet m_memory;
     Zelmar01::TDataSource m_memorySource;
-    Zelmar01::TzmGrid *m_grid;
-    QComboBox *m_place;
-    QLabel *m_order;
 };
 
 } // namespace Shop

@@ -57,12 +57,6 @@ try {
 
 } // namespace
 
-QStringList JobColumns()
-{
-    return {u"Tâche"_s, u"Prochaine exécution"_s, u"Dernière exécution"_s, u"Résultat"_s,
-            u"État"_s,  u"Planification"_s};
-}
-
 TJobRow ReadJobRow(TTaskItem &item)
 {
     TJobRow row;

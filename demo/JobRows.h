@@ -17,11 +17,9 @@ struct TJobRow
     QString Schedule;
     bool IsReadable = true;
 
-    /// In the order of JobColumns().
+    /// In the order of the list's columns.
     QStringList Texts() const { return {Name, Next, Last, Result, Status, Schedule}; }
 };
-
-QStringList JobColumns();
 
 /// Opens a job and tells how things are with it. A job that cannot be read is told so in its row.
 TJobRow ReadJobRow(Zelmar01::TTaskItem &item);

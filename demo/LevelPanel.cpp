@@ -1,7 +1,8 @@
 #include "LevelPanel.h"
 
-#include <QGridLayout>
-#include <QLabel>
+#include "LargeText.h"
+#include "ui_LevelPanel.h"
+
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -38,46 +39,17 @@ QString belowText(const TDescrTree &tree, TDescrTree::TNode node)
 
 } // namespace
 
-LevelPanel::LevelPanel(QWidget *parent) : QGroupBox(u"Niveau sélectionné"_s, parent), m_title(new QLabel)
+LevelPanel::LevelPanel(QWidget *parent) : QGroupBox(parent), m_ui(std::make_unique<Ui::LevelPanel>())
 {
-    auto font = m_title->font();
-    font.setPointSizeF(font.pointSizeF() * 1.5);
-    font.setBold(true);
-    m_title->setFont(font);
-    m_title->setObjectName(u"title"_s);
-    m_title->setAccessibleName(u"Libellé"_s);
-    m_title->setTextFormat(Qt::PlainText);
-    m_title->setWordWrap(true);
-
-    auto *rows = new QGridLayout(this);
-    rows->setHorizontalSpacing(fontMetrics().averageCharWidth() * 3);
-    rows->setVerticalSpacing(fontMetrics().height() / 2);
-    rows->setColumnStretch(1, 1);
-    rows->addWidget(m_title, 0, 0, 1, 2);
-    m_code = addRow(*rows, u"Code"_s, u"levelCode"_s);
-    m_longLabel = addRow(*rows, u"Libellé long"_s, u"longLabel"_s);
+    m_ui->setupUi(this);
+    MakeLarge(*m_ui->levelTitle, 1.5);
     // The page does not move when the next long label takes one line or two.
-    m_longLabel->setMinimumHeight(fontMetrics().lineSpacing() * 2);
-    m_shortLabel = addRow(*rows, u"Libellé court"_s, u"levelShortLabel"_s);
-    m_below = addRow(*rows, u"En dessous"_s, u"below"_s);
+    m_ui->longLabel->setMinimumHeight(fontMetrics().lineSpacing() * 2);
+    for (auto *name : {m_ui->levelCodeName, m_ui->longLabelName, m_ui->levelShortLabelName, m_ui->belowName})
+        name->setForegroundRole(QPalette::PlaceholderText);
 }
 
-QLabel *LevelPanel::addRow(QGridLayout &rows, const QString &title, const QString &name)
-{
-    auto *label = new QLabel(title);
-    label->setForegroundRole(QPalette::PlaceholderText);
-    auto *value = new QLabel(nothing);
-    value->setObjectName(name);
-    value->setAccessibleName(title);
-    value->setTextFormat(Qt::PlainText);
-    value->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    value->setWordWrap(true);
-    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    const int row = rows.rowCount();
-    rows.addWidget(label, row, 0, Qt::AlignTop);
-    rows.addWidget(value, row, 1);
-    return value;
-}
+LevelPanel::~LevelPanel() = default;
 
 void LevelPanel::ShowLevel(const TDescrTree *tree, TDescrTree::TNode node)
 {
@@ -86,11 +58,11 @@ void LevelPanel::ShowLevel(const TDescrTree *tree, TDescrTree::TNode node)
     const auto show = [](QLabel *label, const QString &text) {
         label->setText(text.isEmpty() ? nothing : text);
     };
-    show(m_title, !isNode ? QString() : isLevel ? tree->Libelle(node) : tree->RootText());
-    show(m_code, isLevel ? tree->Code(node) : QString());
-    show(m_longLabel, isLevel ? tree->LibLong(node) : QString());
-    show(m_shortLabel, isLevel ? tree->LibCourt(node) : QString());
-    show(m_below, isNode ? belowText(*tree, node) : QString());
+    show(m_ui->levelTitle, !isNode ? QString() : isLevel ? tree->Libelle(node) : tree->RootText());
+    show(m_ui->levelCode, isLevel ? tree->Code(node) : QString());
+    show(m_ui->longLabel, isLevel ? tree->LibLong(node) : QString());
+    show(m_ui->levelShortLabel, isLevel ? tree->LibCourt(node) : QString());
+    show(m_ui->below, isNode ? belowText(*tree, node) : QString());
 }
 
 } // namespace Shop

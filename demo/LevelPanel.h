@@ -4,8 +4,11 @@
 
 #include <QGroupBox>
 
-class QGridLayout;
-class QLabel;
+#include <memory>
+
+namespace Ui {
+class LevelPanel;
+}
 
 namespace Shop {
 
@@ -15,14 +18,13 @@ class LevelPanel : public QGroupBox
     Q_OBJECT
 public:
     explicit LevelPanel(QWidget *parent = nullptr);
+    ~LevelPanel() override;
 
     /// `tree` may be null, and `node` none.
     void ShowLevel(const Zelmar01::TDescrTree *tree, Zelmar01::TDescrTree::TNode node);
 
 private:
-    QLabel *addRow(QGridLayout &rows, const QString &title, const QString &name);
-
-    QLabel *m_title, *m_code, *m_longLabel, *m_shortLabel, *m_below;
+    const std::unique_ptr<Ui::LevelPanel> m_ui;
 };
 
 } // namespace Shop

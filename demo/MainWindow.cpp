@@ -4,17 +4,14 @@
 #include "CodesPage.h"
 #include "ControlsPage.h"
 #include "DatabaseDialog.h"
+#include "LargeText.h"
 #include "ListsPage.h"
 #include "ShopDatabase.h"
 #include "TasksPage.h"
+#include "ui_MainWindow.h"
 
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
 #include <QScreen>
 #include <QSettings>
-#include <QStackedWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -29,44 +26,25 @@ constexpr QSize startSize(1280, 760);
 } // namespace
 
 MainWindow::MainWindow(TillPage::TClock clock, ShopDatabase &database, QSettings *settings)
-    : m_settings(settings), m_list(new QListWidget), m_stack(new QStackedWidget),
-      m_till(new TillPage(std::move(clock))), m_codes(new CodesPage(database)),
-      m_tasks(new TasksPage(database))
+    : m_settings(settings), m_ui(std::make_unique<Ui::MainWindow>()), m_till(new TillPage(std::move(clock))),
+      m_codes(new CodesPage(database)), m_tasks(new TasksPage(database))
 {
-    setWindowTitle(u"Bijouterie"_s);
-    m_list->setObjectName(u"pages"_s);
-    m_list->setAccessibleName(u"Pages"_s);
-    m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    m_list->setSpacing(2);
-
-    auto *name = new QLabel(u"Bijouterie\nZelmar"_s);
-    auto font = name->font();
-    font.setPointSizeF(font.pointSizeF() * 1.3);
-    font.setBold(true);
-    name->setFont(font);
-    name->setContentsMargins(4, 4, 4, 8);
-
-    auto *centre = new QWidget;
-    auto *side = new QVBoxLayout;
-    side->addWidget(name);
-    side->addWidget(m_list, 1);
-    side->addWidget(makeDatabaseButton(database.Place()));
-    auto *layout = new QHBoxLayout(centre);
-    layout->addLayout(side);
-    layout->addWidget(m_stack, 1);
-    setCentralWidget(centre);
-
-    addPage(u"Caisse"_s, m_till);
-    addPage(u"Codes statistiques"_s, m_codes);
-    addPage(u"Listes"_s, new ListsPage(database));
-    addPage(u"Tâches planifiées"_s, m_tasks);
-    addPage(u"Apparence"_s, new AppearancePage);
-    addPage(u"Contrôles"_s, new ControlsPage(database));
-    m_list->setFixedWidth(
-        qMax(m_list->fontMetrics().horizontalAdvance(u"Codes statistiques"_s), name->sizeHint().width()) +
-        2 * m_list->frameWidth() + 16);
-    connect(m_list, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
-    m_list->setCurrentRow(0);
+    m_ui->setupUi(this);
+    MakeLarge(*m_ui->shopName, 1.3);
+    // In the order of the list.
+    for (QWidget *page :
+         {static_cast<QWidget *>(m_till), static_cast<QWidget *>(m_codes),
+          static_cast<QWidget *>(new ListsPage(database)), static_cast<QWidget *>(m_tasks),
+          static_cast<QWidget *>(new AppearancePage), static_cast<QWidget *>(new ControlsPage(database))}) {
+        page->layout()->setContentsMargins({});
+        m_ui->stack->addWidget(page);
+    }
+    arrangeList();
+    const auto place = database.Place();
+    m_ui->chooseDatabase->setToolTip(u"Ouverte : %1"_s.arg(place.Title()));
+    connect(m_ui->chooseDatabase, &QPushButton::clicked, this, [this, place] { chooseDatabase(place); });
+    connect(m_ui->pages, &QListWidget::currentRowChanged, m_ui->stack, &QStackedWidget::setCurrentIndex);
+    m_ui->pages->setCurrentRow(0);
     m_till->setFocus();
     resize(startSize.boundedTo(screen()->availableSize()));
     if (m_settings) {
@@ -76,21 +54,18 @@ MainWindow::MainWindow(TillPage::TClock clock, ShopDatabase &database, QSettings
     }
 }
 
-void MainWindow::addPage(const QString &title, QWidget *page)
-{
-    auto *item = new QListWidgetItem(title, m_list);
-    item->setSizeHint({0, m_list->fontMetrics().height() * 2});
-    page->layout()->setContentsMargins({});
-    m_stack->addWidget(page);
-}
+MainWindow::~MainWindow() = default;
 
-QPushButton *MainWindow::makeDatabaseButton(const TDatabasePlace &place)
+// As wide as the longest title, in the desktop's letters.
+void MainWindow::arrangeList()
 {
-    auto *button = new QPushButton(u"&Base de données…"_s);
-    button->setObjectName(u"chooseDatabase"_s);
-    button->setToolTip(u"Ouverte : %1"_s.arg(place.Title()));
-    connect(button, &QPushButton::clicked, this, [this, place] { chooseDatabase(place); });
-    return button;
+    auto &list = *m_ui->pages;
+    int widest = m_ui->shopName->sizeHint().width();
+    for (int row = 0; row < list.count(); ++row) {
+        list.item(row)->setSizeHint({0, list.fontMetrics().height() * 2});
+        widest = qMax(widest, list.fontMetrics().horizontalAdvance(list.item(row)->text()));
+    }
+    list.setFixedWidth(widest + 2 * list.frameWidth() + 16);
 }
 
 void MainWindow::chooseDatabase(const TDatabasePlace &place)
@@ -106,14 +81,14 @@ void MainWindow::chooseDatabase(const TDatabasePlace &place)
 QList<QWidget *> MainWindow::Pages() const
 {
     QList<QWidget *> pages;
-    for (int i = 0; i < m_stack->count(); ++i)
-        pages << m_stack->widget(i);
+    for (int i = 0; i < m_ui->stack->count(); ++i)
+        pages << m_ui->stack->widget(i);
     return pages;
 }
 
 void MainWindow::ShowPage(QWidget *page)
 {
-    m_list->setCurrentRow(m_stack->indexOf(page));
+    m_ui->pages->setCurrentRow(m_ui->stack->indexOf(page));
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

@@ -5,11 +5,12 @@
 
 #include <QMainWindow>
 
+#include <memory>
 #include <optional>
 
-class QListWidget;
-class QPushButton;
-class QStackedWidget;
+namespace Ui {
+class MainWindow;
+}
 
 namespace Shop {
 
@@ -25,6 +26,7 @@ public:
     /// `settings` keeps the user's choices from one start to the next; null for none. Neither it nor the
     /// database is owned; both must live longer.
     MainWindow(TillPage::TClock clock, ShopDatabase &database, QSettings *settings);
+    ~MainWindow() override;
 
     TillPage &Till() const { return *m_till; }
 
@@ -39,14 +41,12 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void addPage(const QString &title, QWidget *page);
-    QPushButton *makeDatabaseButton(const TDatabasePlace &place);
+    void arrangeList();
     void chooseDatabase(const TDatabasePlace &place);
 
     QSettings *m_settings;
     std::optional<TDatabasePlace> m_newPlace;
-    QListWidget *m_list;
-    QStackedWidget *m_stack;
+    const std::unique_ptr<Ui::MainWindow> m_ui;
     TillPage *m_till;
     CodesPage *m_codes;
     TasksPage *m_tasks;

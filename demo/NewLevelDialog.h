@@ -3,8 +3,11 @@
 #include <QDialog>
 
 #include <functional>
+#include <memory>
 
-class QLineEdit;
+namespace Ui {
+class NewLevelDialog;
+}
 
 namespace Shop {
 
@@ -25,15 +28,15 @@ public:
     /// `place` says where the level will be, and `code` is proposed.
     NewLevelDialog(const QString &title, const QString &place, const QString &code, TAdd add,
                    QWidget *parent);
+    ~NewLevelDialog() override;
 
     void accept() override;
 
 private:
-    QLineEdit *makeLine(const QString &name, const QString &accessibleName, int size);
     void proposeShortLabel(const QString &label);
 
     const TAdd m_add;
-    QLineEdit *m_code, *m_label, *m_shortLabel;
+    const std::unique_ptr<Ui::NewLevelDialog> m_ui;
     bool m_ownShortLabel = false;
 };
 

@@ -1,18 +1,15 @@
 #include "PrinterPanel.h"
 
+#include "ui_PrinterPanel.h"
+
 #include <Zelmar01/core/ExceptionDisplay.h>
 #include <Zelmar01/core/Messages.h>
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QFormLayout>
-#include <QLabel>
-#include <QPushButton>
 #include <QScopeGuard>
 #include <QSettings>
 
-#include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 using namespace Zelmar01;
@@ -28,6 +25,9 @@ const QString passThroughKey = u"Till/PassThrough"_s;
 
 // The virtual printer is the entry without a name.
 const QString virtualPrinter;
+
+// In the order of the form.
+constexpr std::array types{ptEpson, ptIBM, ptHPPCL, ptUser1, ptPlain};
 
 void select(QComboBox &box, const QVariant &data)
 {
@@ -48,61 +48,38 @@ try {
 
 } // namespace
 
-PrinterPanel::PrinterPanel(std::shared_ptr<TPrinterObject> printers, QWidget *parent)
-    : QGroupBox(u"Imprimante"_s, parent), m_printers(std::move(printers)), m_printer(new QComboBox),
-      m_type(new QComboBox), m_conversion(new QComboBox),
-      m_passThrough(new QCheckBox(u"&Passer par le pilote"_s)), m_state(new QLabel)
+PrinterPanel::PrinterPanel(QWidget *parent) : QGroupBox(parent), m_ui(std::make_unique<Ui::PrinterPanel>())
 {
-    m_printer->setObjectName(u"printer"_s);
-    m_printer->addItem(u"Imprimante virtuelle"_s, virtualPrinter);
+    m_ui->setupUi(this);
+    m_ui->state->setForegroundRole(QPalette::PlaceholderText);
+    m_ui->printer->setItemData(0, virtualPrinter);
     addPrinters({QString::fromStdString(MessageText(TMessage::DefaultPrinter))});
     for (const auto name : LocalPortNames)
         addPrinters({QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()))});
+    for (std::size_t i = 0; i < types.size(); ++i)
+        m_ui->type->setItemData(static_cast<int>(i), types[i]);
+    for (int i = 0; i < m_ui->conversion->count(); ++i)
+        m_ui->conversion->setItemData(i, i);
+    select(*m_ui->conversion, TPrinterChoice().Conversion);
 
-    m_type->setObjectName(u"type"_s);
-    m_type->addItem(u"Epson (ticket)"_s, ptEpson);
-    m_type->addItem(u"IBM (ticket)"_s, ptIBM);
-    m_type->addItem(u"HPPCL (page)"_s, ptHPPCL);
-    m_type->addItem(u"Utilisateur"_s, ptUser1);
-    m_type->addItem(u"Texte seul"_s, ptPlain);
-
-    m_conversion->setObjectName(u"conversion"_s);
-    m_conversion->addItem(u"Aucune"_s, 0);
-    m_conversion->addItem(u"Page de codes DOS"_s, 1);
-    m_conversion->addItem(u"Jeu national français"_s, 2);
-    select(*m_conversion, TPrinterChoice().Conversion);
-
-    auto *lookUp = new QPushButton(u"C&hercher les imprimantes"_s);
-    lookUp->setObjectName(u"lookUp"_s);
-    lookUp->setToolTip(u"Demande au serveur d'impression la liste de ses imprimantes"_s);
-    m_passThrough->setToolTip(
-        u"Le ticket part dans un document de l'imprimante courante, quel que soit le port"_s);
-    m_state->setWordWrap(true);
-    m_state->setForegroundRole(QPalette::PlaceholderText);
-
-    auto *form = new QFormLayout(this);
-    form->addRow(u"I&mprimante"_s, m_printer);
-    form->addRow(QString(), m_state);
-    form->addRow(QString(), lookUp);
-    form->addRow(u"Typ&e"_s, m_type);
-    form->addRow(u"Con&version"_s, m_conversion);
-    form->addRow(QString(), m_passThrough);
-    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-
-    connect(m_printer, &QComboBox::currentIndexChanged, this, &PrinterPanel::showState);
-    connect(m_passThrough, &QCheckBox::toggled, this, &PrinterPanel::showState);
-    connect(lookUp, &QPushButton::clicked, this, [this] { ShowingExceptions([this] { lookUpPrinters(); }); });
+    connect(m_ui->printer, &QComboBox::currentIndexChanged, this, &PrinterPanel::showState);
+    connect(m_ui->passThrough, &QCheckBox::toggled, this, &PrinterPanel::showState);
+    connect(m_ui->lookUp, &QPushButton::clicked, this,
+            [this] { ShowingExceptions([this] { lookUpPrinters(); }); });
+    connect(m_ui->editCodes, &QPushButton::clicked, this, &PrinterPanel::CodesWanted);
     showState();
 }
+
+PrinterPanel::~PrinterPanel() = default;
 
 TPrinterChoice PrinterPanel::Choice() const
 {
     TPrinterChoice choice;
-    choice.Name = m_printer->currentData().toString();
+    choice.Name = m_ui->printer->currentData().toString();
     choice.IsVirtual = choice.Name == virtualPrinter;
-    choice.Type = static_cast<TPrinterType>(m_type->currentData().toInt());
-    choice.Conversion = m_conversion->currentData().toInt();
-    choice.PassThrough = m_passThrough->isChecked() && !choice.IsVirtual;
+    choice.Type = static_cast<TPrinterType>(m_ui->type->currentData().toInt());
+    choice.Conversion = m_ui->conversion->currentData().toInt();
+    choice.PassThrough = m_ui->passThrough->isChecked() && !choice.IsVirtual;
     return choice;
 }
 
@@ -110,31 +87,31 @@ void PrinterPanel::Restore(const QSettings &settings)
 {
     const auto printer = settings.value(printerKey).toString();
     addPrinters({printer});
-    select(*m_printer, printer);
-    select(*m_type, settings.value(typeKey, m_type->currentData()).toInt());
-    select(*m_conversion, settings.value(conversionKey, m_conversion->currentData()).toInt());
-    m_passThrough->setChecked(settings.value(passThroughKey).toBool());
+    select(*m_ui->printer, printer);
+    select(*m_ui->type, settings.value(typeKey, m_ui->type->currentData()).toInt());
+    select(*m_ui->conversion, settings.value(conversionKey, m_ui->conversion->currentData()).toInt());
+    m_ui->passThrough->setChecked(settings.value(passThroughKey).toBool());
 }
 
 void PrinterPanel::Save(QSettings &settings) const
 {
-    settings.setValue(printerKey, m_printer->currentData());
-    settings.setValue(typeKey, m_type->currentData());
-    settings.setValue(conversionKey, m_conversion->currentData());
-    settings.setValue(passThroughKey, m_passThrough->isChecked());
+    settings.setValue(printerKey, m_ui->printer->currentData());
+    settings.setValue(typeKey, m_ui->type->currentData());
+    settings.setValue(conversionKey, m_ui->conversion->currentData());
+    settings.setValue(passThroughKey, m_ui->passThrough->isChecked());
 }
 
 void PrinterPanel::addPrinters(const QStringList &names)
 {
     for (const auto &name : names)
-        if (m_printer->findData(name) < 0)
-            m_printer->addItem(name, name);
+        if (m_ui->printer->findData(name) < 0)
+            m_ui->printer->addItem(name, name);
 }
 
 void PrinterPanel::lookUpPrinters()
 {
-    m_state->setText(u"Le serveur d'impression est interrogé…"_s);
-    m_state->repaint();
+    m_ui->state->setText(u"Le serveur d'impression est interrogé…"_s);
+    m_ui->state->repaint();
     QApplication::setOverrideCursor(Qt::WaitCursor);
     auto restore = qScopeGuard([this] {
         QApplication::restoreOverrideCursor();
@@ -149,22 +126,22 @@ void PrinterPanel::lookUpPrinters()
     addPrinters(names);
     restore.dismiss();
     QApplication::restoreOverrideCursor();
-    m_state->setText(names.isEmpty() ? u"Le serveur d'impression n'a aucune imprimante."_s
-                                     : u"Imprimantes trouvées : %1."_s.arg(names.join(u", "_s)));
+    m_ui->state->setText(names.isEmpty() ? u"Le serveur d'impression n'a aucune imprimante."_s
+                                         : u"Imprimantes trouvées : %1."_s.arg(names.join(u", "_s)));
 }
 
 void PrinterPanel::showState()
 {
-    const auto name = m_printer->currentData().toString();
-    m_passThrough->setEnabled(name != virtualPrinter);
+    const auto name = m_ui->printer->currentData().toString();
+    m_ui->passThrough->setEnabled(name != virtualPrinter);
     if (name == virtualPrinter)
-        m_state->setText(u"Rien ne quitte ce poste : le ticket s'affiche à droite."_s);
-    else if (m_passThrough->isChecked())
-        m_state->setText(u"Document de l'imprimante courante."_s);
+        m_ui->state->setText(u"Rien ne quitte ce poste : le ticket s'affiche à droite."_s);
+    else if (m_ui->passThrough->isChecked())
+        m_ui->state->setText(u"Document de l'imprimante courante."_s);
     else if (IsLocalPortName(name.toStdString()))
-        m_state->setText(portState(name));
+        m_ui->state->setText(portState(name));
     else
-        m_state->setText(u"Travail brut du serveur d'impression."_s);
+        m_ui->state->setText(u"Travail brut du serveur d'impression."_s);
 }
 
 } // namespace Shop

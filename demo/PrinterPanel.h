@@ -5,10 +5,13 @@
 
 #include <QGroupBox>
 
-class QCheckBox;
-class QComboBox;
-class QLabel;
+#include <memory>
+
 class QSettings;
+
+namespace Ui {
+class PrinterPanel;
+}
 
 namespace Shop {
 
@@ -27,23 +30,28 @@ class PrinterPanel : public QGroupBox
 {
     Q_OBJECT
 public:
+    explicit PrinterPanel(QWidget *parent = nullptr);
+    ~PrinterPanel() override;
+
     /// `printers` is what the system's printers are asked of.
-    explicit PrinterPanel(std::shared_ptr<Zelmar01::TPrinterObject> printers, QWidget *parent = nullptr);
+    void UsePrinters(std::shared_ptr<Zelmar01::TPrinterObject> printers) { m_printers = std::move(printers); }
 
     TPrinterChoice Choice() const;
 
     void Restore(const QSettings &settings);
     void Save(QSettings &settings) const;
 
+signals:
+    /// The user wants to see the codes of the printer.
+    void CodesWanted();
+
 private:
     void lookUpPrinters();
     void addPrinters(const QStringList &names);
     void showState();
 
+    const std::unique_ptr<Ui::PrinterPanel> m_ui;
     std::shared_ptr<Zelmar01::TPrinterObject> m_printers;
-    QComboBox *m_printer, *m_type, *m_conversion;
-    QCheckBox *m_passThrough;
-    QLabel *m_state;
 };
 
 } // namespace Shop

@@ -4,8 +4,11 @@
 
 #include <QGroupBox>
 
-class QLabel;
-class QTableView;
+#include <memory>
+
+namespace Ui {
+class SalePanel;
+}
 
 namespace Shop {
 
@@ -15,6 +18,7 @@ class SalePanel : public QGroupBox
     Q_OBJECT
 public:
     explicit SalePanel(QWidget *parent = nullptr);
+    ~SalePanel() override;
 
     void Add(const TArticle &article);
     const TSale &Sale() const { return m_model->Sale(); }
@@ -23,14 +27,13 @@ signals:
     void Changed();
 
 private:
-    QWidget *makeButtons();
+    void arrangeTable();
     void changeQuantity(int by);
     void remove();
     void showSums();
 
     SaleModel *m_model;
-    QTableView *m_table;
-    QLabel *m_withoutVat, *m_vat, *m_withVat;
+    const std::unique_ptr<Ui::SalePanel> m_ui;
 };
 
 } // namespace Shop

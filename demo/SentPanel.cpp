@@ -1,15 +1,11 @@
 #include "SentPanel.h"
 
 #include "ByteText.h"
-#include "ReceiptView.h"
+#include "ui_SentPanel.h"
 
 #include <QFontDatabase>
-#include <QGridLayout>
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QScrollArea>
 #include <QStyle>
-#include <QTabWidget>
+#include <QTabBar>
 
 using namespace Qt::StringLiterals;
 using namespace Zelmar01;
@@ -17,19 +13,6 @@ using namespace Zelmar01;
 namespace Shop {
 
 namespace {
-
-QPlainTextEdit *makeText(const QString &name, const QString &accessibleName)
-{
-    auto *text = new QPlainTextEdit;
-    text->setObjectName(name);
-    text->setAccessibleName(accessibleName);
-    text->setReadOnly(true);
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    text->setTabChangesFocus(true);
-    text->setLineWrapMode(QPlainTextEdit::NoWrap);
-    text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    return text;
-}
 
 QString pathText(TPrintPath path)
 {
@@ -71,51 +54,30 @@ QString OutcomeText(const TDosPrintOutcome &outcome)
     return text;
 }
 
-SentPanel::SentPanel(QWidget *parent)
-    : QGroupBox(u"Envoi"_s, parent), m_icon(new QLabel),
-      m_outcome(new QLabel(u"Rien n'a encore été envoyé."_s)), m_paper(new ReceiptView),
-      m_text(makeText(u"sentText"_s, u"Texte envoyé"_s)),
-      m_bytes(makeText(u"sentBytes"_s, u"Octets envoyés"_s))
+SentPanel::SentPanel(QWidget *parent) : QGroupBox(parent), m_ui(std::make_unique<Ui::SentPanel>())
 {
-    m_outcome->setObjectName(u"outcome"_s);
-    m_outcome->setAccessibleName(u"Résultat de l'envoi"_s);
-    m_outcome->setWordWrap(true);
-    m_outcome->setTextFormat(Qt::PlainText);
-    m_outcome->setTextInteractionFlags(Qt::TextSelectableByMouse);
-
-    auto *paper = new QScrollArea;
-    paper->setWidgetResizable(true);
-    paper->setFrameShape(QFrame::NoFrame);
-    paper->setAccessibleName(u"Papier"_s);
-    paper->setWidget(m_paper);
-    paper->viewport()->setAutoFillBackground(false);
-    m_paper->setAutoFillBackground(false);
-    paper->setMinimumWidth(m_paper->sizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-
-    auto *tabs = new QTabWidget;
-    tabs->setObjectName(u"tabs"_s);
-    tabs->setDocumentMode(true);
-    tabs->addTab(paper, u"Pap&ier"_s);
-    tabs->addTab(m_text, u"Te&xte"_s);
-    tabs->addTab(m_bytes, u"&Octets"_s);
-
-    auto *layout = new QGridLayout(this);
-    layout->addWidget(m_icon, 0, 0, Qt::AlignTop);
-    layout->addWidget(m_outcome, 0, 1);
-    layout->addWidget(tabs, 1, 0, 1, 2);
-    layout->setColumnStretch(1, 1);
-    layout->setRowStretch(1, 1);
+    m_ui->setupUi(this);
+    for (auto *text : {m_ui->sentText, m_ui->sentBytes})
+        text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_ui->tabs->tabBar()->setAccessibleName(u"Ce qui a été envoyé"_s);
+    // The strip lies on the panel itself.
+    m_ui->paperArea->viewport()->setAutoFillBackground(false);
+    m_ui->paper->setAutoFillBackground(false);
+    m_ui->paperArea->setMinimumWidth(m_ui->paper->sizeHint().width() +
+                                     style()->pixelMetric(QStyle::PM_ScrollBarExtent));
 }
+
+SentPanel::~SentPanel() = default;
 
 void SentPanel::ShowSent(const QString &text, std::string_view bytes)
 {
-    m_text->setPlainText(text);
-    m_bytes->setPlainText(ByteText(bytes));
+    m_ui->sentText->setPlainText(text);
+    m_ui->sentBytes->setPlainText(ByteText(bytes));
 }
 
 void SentPanel::ShowPaper(const QList<TReceiptLine> &lines)
 {
-    m_paper->SetLines(lines);
+    m_ui->paper->SetLines(lines);
 }
 
 void SentPanel::ShowOutcome(const TDosPrintOutcome &outcome)
@@ -124,13 +86,13 @@ void SentPanel::ShowOutcome(const TDosPrintOutcome &outcome)
                       : outcome.Unknown ? QStyle::SP_MessageBoxWarning
                                         : QStyle::SP_MessageBoxCritical;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    m_icon->setPixmap(style()->standardIcon(icon).pixmap(size));
-    m_outcome->setText(OutcomeText(outcome));
+    m_ui->outcomeIcon->setPixmap(style()->standardIcon(icon).pixmap(size));
+    m_ui->outcome->setText(OutcomeText(outcome));
 }
 
 QString SentPanel::SentText() const
 {
-    return m_text->toPlainText();
+    return m_ui->sentText->toPlainText();
 }
 
 } // namespace Shop

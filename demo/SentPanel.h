@@ -6,12 +6,13 @@
 
 #include <QGroupBox>
 
-class QLabel;
-class QPlainTextEdit;
+#include <memory>
+
+namespace Ui {
+class SentPanel;
+}
 
 namespace Shop {
-
-class ReceiptView;
 
 /// What was sent to the printer, as text and as bytes, what became of it, and the paper of the virtual
 /// printer.
@@ -20,6 +21,7 @@ class SentPanel : public QGroupBox
     Q_OBJECT
 public:
     explicit SentPanel(QWidget *parent = nullptr);
+    ~SentPanel() override;
 
     void ShowSent(const QString &text, std::string_view bytes);
     void ShowPaper(const QList<TReceiptLine> &lines);
@@ -28,9 +30,7 @@ public:
     QString SentText() const;
 
 private:
-    QLabel *m_icon, *m_outcome;
-    ReceiptView *m_paper;
-    QPlainTextEdit *m_text, *m_bytes;
+    const std::unique_ptr<Ui::SentPanel> m_ui;
 };
 
 /// An outcome in words: what was accepted by what, or why it failed.

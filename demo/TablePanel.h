@@ -5,7 +5,11 @@
 #include <QGroupBox>
 #include <QTimer>
 
-class QTableView;
+#include <memory>
+
+namespace Ui {
+class TablePanel;
+}
 
 namespace Shop {
 
@@ -14,8 +18,11 @@ class TablePanel : public QGroupBox
 {
     Q_OBJECT
 public:
-    /// `rows` shows the columns of CodeTableQuery() and must live longer.
-    explicit TablePanel(Zelmar01::TDataSet &rows, QWidget *parent = nullptr);
+    explicit TablePanel(QWidget *parent = nullptr);
+    ~TablePanel() override;
+
+    /// Shows the rows of a dataset, which has the columns of CodeTableQuery() and must live longer.
+    void ShowRows(Zelmar01::TDataSet &rows);
 
 signals:
     /// The user chose the row of a level.
@@ -25,9 +32,9 @@ private:
     void arrange();
     void follow();
 
-    Zelmar01::TDataSet &m_rows;
+    const std::unique_ptr<Ui::TablePanel> m_ui;
+    Zelmar01::TDataSet *m_rows = nullptr;
     Zelmar01::TDataSetModel m_model;
-    QTableView *m_table;
     QTimer m_follow;
 };
 

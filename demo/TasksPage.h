@@ -1,17 +1,15 @@
 #pragma once
 
-#include <Zelmar01/tasks/saDialogs.h>
-#include <Zelmar01/tasks/service/store/JobStore.h>
+#include <Zelmar01/tasks/TaskScheduler.h>
 
 #include <QTimer>
 #include <QWidget>
 
 #include <memory>
 
-class QLabel;
-class QPushButton;
-class QTreeWidget;
-class QTreeWidgetItem;
+namespace Ui {
+class TasksPage;
+}
 
 namespace Shop {
 
@@ -25,6 +23,7 @@ class TasksPage : public QWidget
 public:
     /// `shop` must live longer.
     explicit TasksPage(const ShopDatabase &shop, QWidget *parent = nullptr);
+    ~TasksPage() override;
 
     /// Reads all jobs anew. The page does so by itself as long as it is on screen.
     void Refresh();
@@ -34,10 +33,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    QPushButton *makeButton(const QString &name, const QString &text, const QString &tip,
-                            void (TasksPage::*work)());
-    QWidget *makeList();
-    QWidget *makeButtons();
+    void connectButtons();
     void showTicks();
     void follow();
     QString currentName() const;
@@ -50,14 +46,11 @@ private:
     void tell(const QString &text);
 
     const ShopDatabase &m_shop;
-    std::shared_ptr<Zelmar01::TJobStore> m_store;
-    Zelmar01::TTaskScheduler m_scheduler;
-    Zelmar01::TTaskPropertiesDialog m_properties;
+    const QString m_folder; ///< of the jobs
+    const std::unique_ptr<Ui::TasksPage> m_ui;
+    Zelmar01::TTaskScheduler *m_scheduler = nullptr;
     QTimer m_timer;
-    bool m_canRun;
-    QTreeWidget *m_list;
-    QPushButton *m_add, *m_run, *m_show, *m_delete;
-    QLabel *m_ticksIcon, *m_ticks, *m_state;
+    bool m_canRun = false;
 };
 
 } // namespace Shop

@@ -8,16 +8,15 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
-class QPushButton;
 class QSettings;
-class QTreeWidget;
+
+namespace Ui {
+class TillPage;
+}
 
 namespace Shop {
-
-class PrinterPanel;
-class SalePanel;
-class SentPanel;
 
 /// The till: articles are rung up, the ticket is printed and the drawer opens.
 class TillPage : public QWidget
@@ -28,6 +27,7 @@ public:
 
     /// Tickets carry the time that `clock` tells. Raises EInOutError when the virtual printer cannot be made.
     explicit TillPage(TClock clock, QWidget *parent = nullptr);
+    ~TillPage() override;
 
     /// Takes the printer and the codes that were used last; from now on changed codes are kept in a file.
     void Restore(const QSettings &settings);
@@ -38,8 +38,7 @@ public:
     QString SentText() const;
 
 private:
-    QWidget *makeArticles();
-    QWidget *makeActions();
+    void listArticles();
     void addCurrentArticle();
     void printSale(bool openDrawer);
     void openDrawer();
@@ -51,14 +50,11 @@ private:
 
     TClock m_clock;
     VirtualPrinter m_virtual;
-    Zelmar01::TDosPrint m_print;
+    const std::unique_ptr<Ui::TillPage> m_ui;
+    Zelmar01::TDosPrint &m_print;
     std::shared_ptr<Zelmar01::TPrinterObject> m_systemPrinter;
     std::string m_received;
     QString m_codeFile; ///< where changed codes are kept; empty for a till that forgets them
-    QTreeWidget *m_articles = nullptr;
-    SalePanel *m_sale;
-    PrinterPanel *m_printer;
-    SentPanel *m_sent;
 };
 
 } // namespace Shop

@@ -7,11 +7,17 @@
 
 #include <support/Engines.h>
 
+#include <Zelmar01/controls/zmCheckBox.h>
+#include <Zelmar01/controls/zmTextEdit.h>
 #include <Zelmar01/core/ExceptionDisplay.h>
+#include <Zelmar01/data/Query.h>
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFile>
+#include <QImage>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopeGuard>
@@ -87,23 +93,87 @@ TEST(Database, IsAskedForUntilItCanBeOpened)
     EXPECT_TRUE(dialog.Place().IsFile());
 }
 
-TEST(Database, OfAServerHoldsTheWholeShop)
+namespace {
+
+// A server's database as the user of the dialog names it, by its own driver or by an ODBC source.
+class ServedShop : public testing::TestWithParam<const char *>
+{
+protected:
+    static TDatabasePlace chosenInDialog()
+    {
+        const auto server = placeOnServer();
+        if (GetParam() == server.Driver)
+            return server;
+        DatabaseDialog dialog(TDatabasePlace{.Database = u"/shop.db"_s});
+        dialog.show();
+        Find<QComboBox>(dialog, u"engine"_s).setCurrentIndex(2);
+        Find<QLineEdit>(dialog, u"source"_s)
+            .setText(u"Driver={PostgreSQL Unicode};Server=%1;Port=%2;Database=%3"_s.arg(server.Host)
+                         .arg(server.Port)
+                         .arg(server.Database));
+        Find<QLineEdit>(dialog, u"odbcUser"_s).setText(server.User);
+        Find<QLineEdit>(dialog, u"odbcPassword"_s).setText(server.Password);
+        dialog.accept();
+        EXPECT_EQ(dialog.result(), QDialog::Accepted);
+        return dialog.Place();
+    }
+
+    static void empty(TDatabasePlace place)
+    {
+        TConnection connection;
+        UsePlace(place, connection);
+        connection.Execute(u"set client_min_messages to warning"_s);
+        connection.Execute(u"drop schema public cascade"_s);
+        connection.Execute(u"create schema public"_s);
+    }
+};
+
+// Each column of an article's sheet is written and read back, its picture and its yes or no among them.
+void changeSheet(const MainWindow &window, ShopDatabase &database)
+{
+    auto &name = Find<TzmDBEdit>(window, u"sheetNOM"_s);
+    name.setFocus();
+    for (const QChar c : u"Été "_s) {
+        QKeyEvent typed(QEvent::KeyPress, 0, Qt::NoModifier, c);
+        QApplication::sendEvent(&name, &typed);
+    }
+    Find<TzmDBCheckEdit>(window, u"sheetVITRINE"_s).click();
+    Find<QPushButton>(window, u"sheetPost"_s).click();
+    TQuery sheet(nullptr, &database.Connection());
+    sheet.setCommandText(u"select NOM, VITRINE, PHOTO from fiche order by REFERENCE"_s);
+    sheet.Open();
+    EXPECT_TRUE(sheet.FieldByName(u"NOM"_s).AsString().contains(u"Été"_s));
+    EXPECT_EQ(sheet.FieldByName(u"VITRINE"_s).AsBoolean(),
+              Find<TzmDBCheckEdit>(window, u"sheetVITRINE"_s).isChecked());
+    EXPECT_TRUE(QImage::fromData(sheet.FieldByName(u"PHOTO"_s).Value().toByteArray()).width() > 0);
+}
+
+} // namespace
+
+TEST_P(ServedShop, IsWhole)
 {
     QStringList told;
     SetExceptionDisplay(
         [&](const std::exception &exception) { told << QString::fromUtf8(exception.what()); });
     const auto restore = qScopeGuard([] { SetExceptionDisplay({}); });
+    const OdbcPrinting printing;
     const TempFolder folder;
-    ShopDatabase database(placeOnServer(), QString::fromStdString(folder / "shop"));
+    empty(placeOnServer());
+    ShopDatabase database(chosenInDialog(), QString::fromStdString(folder / "shop"));
+    EXPECT_EQ(database.Connection().DriverName(), QString::fromUtf8(GetParam()));
     MainWindow window(&QDateTime::currentDateTime, database, nullptr);
     window.show();
     EXPECT_TRUE(GoRoundCodes(window, database).contains(u"Supprimé"_s));
     EXPECT_FALSE(GoRoundLists(window, database).isEmpty());
     for (auto *page : window.Pages())
         window.ShowPage(page);
+    changeSheet(window, database);
     EXPECT_THROW(database.Connection().Execute(
                      u"insert into descr_article values (9999, 0, '3a', 'Écrin', 'Écrin', 'E'), "
                      "(9998, 0, '3A', 'Écrin', 'Écrin', 'E')"_s),
                  EDatabaseError);
     EXPECT_TRUE(told.isEmpty()) << told.join(u'\n').toStdString();
 }
+
+INSTANTIATE_TEST_SUITE_P(All, ServedShop, testing::Values("QPSQL", "QODBC"),
+                         [](const auto &way) { return std::string(way.param); });
