@@ -1,137 +1,228 @@
 #pragma once
 
 #include <algorithm>
-#include <chrono>
+#include <concepts>
 #include <cstdio>
-#include <map>
-#include <optional>
+#include <ctime>
+#include <functional>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
 
-/// Measures our work and what it is compared with in turns, so that both meet the same noise, and prints a
-/// row: the medians in microseconds, their ratio, and whether it keeps to the target.
+/// One row of the measured table: our work beside its peer, the best that a user of stock parts gets, and its
+/// limit, the least work that must be done. Each may be missing. They are measured in turns, so that all meet
+/// the same noise, and the medians count.
+///
+/// Measured is the time that this process computes, so that other programs do not spoil a ratio. Work that
+/// waits for a device or for another process needs the time on the wall.
 ///
 /// Work that returns something leaves it to be destroyed when the clock has stopped; work with a Prepare()
 /// has it called each time before the clock runs.
-class Comparison
+///
+///     Row("tabs: repaint the control")
+///         .Ours([&] { ours.repaint(); })
+///         .Peer("QTabWidget", [&] { theirs.repaint(); })
+///         .PeerTarget(0.5)
+///         .Print();
+class Row
 {
 public:
-    static void PrintHeader()
+    /// Rows of the same name, peer and limit but different sizes show how our work grows. Print the smallest
+    /// first; three sizes or more.
+    explicit Row(std::string what, std::size_t size = 0) : m_what(std::move(what)), m_size(size) {}
+
+    Row &Rounds(int rounds)
     {
-        std::printf("%-44s %-34s %10s %10s %7s %7s %7s\n", "what", "beside", "ours us", "theirs us", "ratio",
-                    "target", "growth");
+        m_rounds = rounds;
+        return *this;
+    }
+    Row &WallTime()
+    {
+        m_clock = CLOCK_MONOTONIC;
+        return *this;
     }
 
-    /// `target` is the highest ratio that is meant; 0 when none is.
-    template<class Ours, class Theirs>
-    static void Print(const std::string &what, const std::string &beside, double target, Ours ours,
-                      Theirs theirs, int rounds = 31)
+    template<std::invocable Work>
+    Row &Ours(Work work)
     {
-        Measure(ours, theirs, rounds).Print(what, beside, target, {});
+        m_ours = {{}, timed(std::move(work)), {}};
+        return *this;
+    }
+    template<std::invocable Work>
+    Row &Peer(std::string name, Work work)
+    {
+        m_peer = {std::move(name), timed(std::move(work)), {}};
+        return *this;
+    }
+    template<std::invocable Work>
+    Row &Limit(std::string name, Work work)
+    {
+        m_limit = {std::move(name), timed(std::move(work)), {}};
+        return *this;
+    }
+
+    /// What is not a time was counted already.
+    Row &Unit(std::string unit)
+    {
+        m_unit = std::move(unit);
+        return *this;
+    }
+    Row &Ours(double count)
+    {
+        m_ours = {{}, {}, {count}};
+        return *this;
+    }
+    Row &Peer(std::string name, double count)
+    {
+        m_peer = {std::move(name), {}, {count}};
+        return *this;
+    }
+    Row &Limit(std::string name, double count)
+    {
+        m_limit = {std::move(name), {}, {count}};
+        return *this;
+    }
+
+    /// The highest that is meant, each; 0 when none is.
+    /// @{
+
+    /// Ours divided by the peer's or the limit's.
+    Row &PeerTarget(double ratio)
+    {
+        m_peerTarget = ratio;
+        return *this;
+    }
+    Row &LimitTarget(double ratio)
+    {
+        m_limitTarget = ratio;
+        return *this;
+    }
+    /// How much longer our work takes than at the size before, divided by how much larger the size is: 1 is
+    /// in proportion.
+    Row &GrowthTarget(double growth)
+    {
+        m_growthTarget = growth;
+        return *this;
+    }
+    /// Ours itself, in the row's unit.
+    Row &Target(double count)
+    {
+        m_target = count;
+        return *this;
+    }
+    /// @}
+
+    /// Measures, and writes the record that table.awk makes a row of.
+    void Print()
+    {
+        for (int round = 0; round < m_rounds; ++round)
+            for (auto *side : {&m_limit, &m_peer, &m_ours})
+                if (side->Measure)
+                    side->Took.push_back(side->Measure(m_clock));
+        const bool isWall = m_clock == CLOCK_MONOTONIC;
+        std::printf("%s\t%zu\t%s\t%s\t%s\t%s\t%s\t%s\t%s\t%g\t%g\t%g\t%g\n", m_what.c_str(), m_size,
+                    m_unit.c_str(), isWall ? "wall" : "", median(m_ours).c_str(), m_peer.Name.c_str(),
+                    median(m_peer).c_str(), m_limit.Name.c_str(), median(m_limit).c_str(), m_peerTarget,
+                    m_limitTarget, m_growthTarget, m_target);
+        std::fflush(stdout);
     }
 
 private:
-    friend class Series;
-
-    struct TMedians
+    struct TSide
     {
-        double Ours, Theirs;
-
-        void Print(const std::string &what, const std::string &beside, double target,
-                   std::optional<double> growth) const
-        {
-            const auto ratio = Ours / Theirs;
-            std::printf("%-44s %-34s %10.2f %10.2f %7.2f %7s %7s%s\n", what.c_str(), beside.c_str(), Ours,
-                        Theirs, ratio, shown(target > 0 ? std::optional(target) : std::nullopt).c_str(),
-                        shown(growth).c_str(), target > 0 && ratio > target ? "  MISSED" : "");
-            std::fflush(stdout);
-        }
+        std::string Name;
+        std::function<double(clockid_t)> Measure;
+        std::vector<double> Took;
     };
 
-    template<class Ours, class Theirs>
-    static TMedians Measure(Ours &ours, Theirs &theirs, int rounds)
+    static constexpr double enough = 2e6;
+
+    static double now(clockid_t clock)
     {
-        std::vector<double> oursTook, theirsTook;
-        for (int round = 0; round < rounds; ++round) {
-            theirsTook.push_back(microseconds(theirs));
-            oursTook.push_back(microseconds(ours));
-        }
-        return {median(oursTook), median(theirsTook)};
+        timespec time{};
+        clock_gettime(clock, &time);
+        return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
     }
 
     // Short work is repeated until the clock can tell it. It finds the memory as a program that has just
     // started would, whatever the work before it has left behind.
     template<class Work>
-    static double microseconds(Work &work)
+    static std::function<double(clockid_t)> timed(Work work)
     {
-        using TClock = std::chrono::steady_clock;
+        return [work = std::move(work)](clockid_t clock) mutable {
 #ifdef __GLIBC__
-        malloc_trim(0);
+            malloc_trim(0);
 #endif
+            if constexpr (requires { work.Prepare(); } || !std::is_void_v<std::invoke_result_t<Work>>)
+                return eachTimed(work, clock);
+            else
+                return timedTogether(work, clock);
+        };
+    }
+
+    template<class Work>
+    static double eachTimed(Work &work, clockid_t clock)
+    {
+        double took = 0;
         int repeats = 0;
-        TClock::duration took{};
-        for (auto start = TClock::now(); took < std::chrono::milliseconds(2); ++repeats) {
-            if constexpr (requires { work.Prepare(); }) {
+        for (; took < enough; ++repeats) {
+            if constexpr (requires { work.Prepare(); })
                 work.Prepare();
-                start = TClock::now();
-            }
+            const auto start = now(clock);
             if constexpr (std::is_void_v<std::invoke_result_t<Work>>) {
                 work();
-                const auto end = TClock::now();
-                took += end - start;
-                start = end;
+                took += now(clock) - start;
             } else {
-                {
-                    const auto kept = work();
-                    took += TClock::now() - start;
-                }
-                start = TClock::now();
+                const auto kept = work();
+                took += now(clock) - start;
             }
         }
-        return std::chrono::duration<double, std::micro>(took).count() / repeats;
+        return took / repeats;
     }
 
-    static double median(std::vector<double> &values)
+    template<class Work>
+    static double timedTogether(Work &work, clockid_t clock)
     {
-        std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
-                         values.end());
-        return values[values.size() / 2];
+        for (double repeats = 1;;) {
+            const auto start = now(clock);
+            for (double done = 0; done < repeats; ++done)
+                work();
+            const auto took = now(clock) - start;
+            if (took >= enough)
+                return took / repeats;
+            repeats *= std::clamp(1.2 * enough / std::max(took, 1.0), 2.0, 100.0);
+        }
     }
 
-    static std::string shown(std::optional<double> number)
+    static std::string median(TSide &side)
     {
-        return number ? std::to_string(*number).substr(0, 4) : std::string("-");
+        auto &took = side.Took;
+        if (took.empty())
+            return {};
+        const auto middle = took.begin() + static_cast<std::ptrdiff_t>(took.size() / 2);
+        std::nth_element(took.begin(), middle, took.end());
+        return std::to_string(*middle);
     }
+
+    const std::string m_what;
+    const std::size_t m_size;
+    std::string m_unit = "ns";
+    int m_rounds = 31;
+    clockid_t m_clock = CLOCK_PROCESS_CPUTIME_ID;
+    TSide m_ours, m_peer, m_limit;
+    double m_peerTarget = 0, m_limitTarget = 0, m_growthTarget = 0, m_target = 0;
 };
 
-/// The same comparisons at several sizes, the smallest first. The last column tells how much longer our work
-/// took than at the size before, divided by how much larger the size is: 1 is in proportion.
-class Series
+/// Work that needs something made ready each time, which is not measured.
+template<class Prepares, class Works>
+struct TPrepared
 {
-public:
-    template<class Ours, class Theirs>
-    void Print(const std::string &what, std::size_t size, const std::string &beside, double target, Ours ours,
-               Theirs theirs, int rounds = 31)
-    {
-        const auto medians = Comparison::Measure(ours, theirs, rounds);
-        const TPoint point{static_cast<double>(size), medians.Ours};
-        auto &before = m_before[what + '\n' + beside];
-        medians.Print(what + ", " + std::to_string(size), beside, target,
-                      before ? std::optional(point.Took / before->Took / (point.Size / before->Size))
-                             : std::nullopt);
-        before = point;
-    }
-
-private:
-    struct TPoint
-    {
-        double Size, Took;
-    };
-
-    std::map<std::string, std::optional<TPoint>> m_before;
+    Prepares Prepare;
+    Works Work;
+    void operator()() { Work(); }
 };

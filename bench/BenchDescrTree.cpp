@@ -10,9 +10,11 @@ using namespace Zelmar01;
 
 namespace {
 
-// Of a tree, each record of which was read once.
+constexpr std::size_t largest = 100'000, sizes[] = {1'000, 10'000, largest};
+
+// Of a tree, each record of which was read once, beside its texts.
 template<class Make>
-void printMemory(const std::string &what, std::size_t count, Make make)
+void printMemory(const std::string &what, std::size_t count, double texts, Make make)
 {
     const auto bytes = memoryALevel(count, [&] {
         TDescrTree tree = make();
@@ -22,30 +24,41 @@ void printMemory(const std::string &what, std::size_t count, Make make)
         sink = length;
         return tree;
     });
-    std::printf("memory a level, %s: %.0f bytes, target 250\n", what.c_str(), bytes);
+    Row("memory a level, " + what, count)
+        .Unit("bytes")
+        .Ours(bytes)
+        .Limit("the text itself", texts)
+        .Target(count == largest ? 250 : 0)
+        .Print();
 }
 
-void benchLoad(Series &series, const std::filesystem::path &folder, std::size_t count)
+void benchLoad(const std::filesystem::path &folder, std::size_t count)
 {
     const TNodeTextRule rule{true, QStringLiteral("-")};
     const auto rows = Levels(count, 1).Rows;
     const auto files = CacheFilesOf(QString::fromStdString((folder / std::to_string(count)).string()));
     WriteCacheFiles(files, QStringLiteral("Racine"), rule, rows);
-    series.Print(
-        "cache files, load", count, "read and split both files", count == 100'000 ? 3 : 0,
-        [&] { return ReadCacheFiles(files, rule); }, [&] { readAndSplit(files); });
+    Row("cache files, load, levels", count)
+        .Ours([&] { return ReadCacheFiles(files, rule); })
+        .Limit("read and split both files", [&] { readAndSplit(files); })
+        .LimitTarget(count == largest ? 3 : 0)
+        .GrowthTarget(count == largest ? 1.5 : 0)
+        .Print();
 
     const QByteArray whole(QFile(files.Tree).size() + QFile(files.Objects).size(), 'x');
-    series.Print(
-        "cache files, write", count, "write their bytes", 0,
-        [&] { WriteCacheFiles(files, QStringLiteral("Racine"), rule, rows); },
-        [&] {
-            QFile file(files.Tree + QStringLiteral(".copy"));
-            if (!file.open(QIODevice::WriteOnly) || file.write(whole) != whole.size())
-                std::abort();
-        },
-        9);
-    printMemory(std::to_string(count) + " levels", count, [&] { return ReadCacheFiles(files, rule); });
+    Row("cache files, write, levels", count)
+        .WallTime()
+        .Rounds(9)
+        .Ours([&] { WriteCacheFiles(files, QStringLiteral("Racine"), rule, rows); })
+        .Limit("write their bytes",
+               [&] {
+                   QFile file(files.Tree + QStringLiteral(".copy"));
+                   if (!file.open(QIODevice::WriteOnly) || file.write(whole) != whole.size())
+                       std::abort();
+               })
+        .Print();
+    printMemory("cache files, levels", count, textBytesALevel(rows),
+                [&] { return ReadCacheFiles(files, rule); });
 }
 
 void benchFind(std::size_t count, int step)
@@ -60,21 +73,24 @@ void benchFind(std::size_t count, int step)
         const auto any = static_cast<int>(random() % count) * step + 1;
         id = random() % 2 == 0 ? any : -any;
     }
-    Comparison::Print(
-        "4096 levels by identifier, steps of " + std::to_string(step), "QHash", 5,
-        [&] {
+    const auto name = "identifiers in steps of " + std::to_string(step) + ", levels";
+    Row("find 4,096, " + name, count)
+        .Ours([&] {
             std::size_t sum = 0;
             for (const int id : wanted)
                 sum += tree.Find(id);
             sink = sum;
-        },
-        [&] {
-            std::size_t sum = 0;
-            for (const int id : wanted)
-                sum += hash.value(id, TDescrTree::None);
-            sink = sum;
-        });
-    printMemory("steps of " + std::to_string(step), count,
+        })
+        .Peer("QHash",
+              [&] {
+                  std::size_t sum = 0;
+                  for (const int id : wanted)
+                      sum += hash.value(id, TDescrTree::None);
+                  sink = sum;
+              })
+        .PeerTarget(count == largest ? 5 : 0)
+        .Print();
+    printMemory(name, count, textBytesALevel(Levels(count, step).Rows),
                 [&] { return TDescrTree({}, Levels(count, step).Rows); });
 }
 
@@ -84,11 +100,10 @@ int main()
 {
     std::string name = std::filesystem::temp_directory_path() / "zelmar01-bench-XXXXXX";
     const std::filesystem::path folder = mkdtemp(name.data());
-    Comparison::PrintHeader();
-    Series series;
-    for (const std::size_t count : {1'000U, 10'000U, 100'000U})
-        benchLoad(series, folder, count);
+    for (const auto count : sizes)
+        benchLoad(folder, count);
     for (const int step : {1, 1'000})
-        benchFind(100'000, step);
+        for (const auto count : sizes)
+            benchFind(count, step);
     std::filesystem::remove_all(folder);
 }

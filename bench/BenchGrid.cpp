@@ -16,6 +16,7 @@ using namespace Zelmar01;
 namespace {
 
 constexpr QSize tableSize(700, 500);
+constexpr int visibleRows = 30;
 
 void showPainted(QWidget &table)
 {
@@ -72,24 +73,29 @@ public:
     QTableView View;
 };
 
-void benchFirstPaint(Series &series, TClientDataSet &rows, std::size_t size, int rounds)
+void benchFirstPaint(TClientDataSet &rows, std::size_t size, int rounds)
 {
-    series.Print(
-        "grid, make and first paint", size, "QTableView", 0,
-        [&] {
+    const auto shownTable = [](TClientDataSet &ofRows) {
+        auto table = std::make_unique<TStockTable>(ofRows);
+        showPainted(table->View);
+        return table;
+    };
+    TClientDataSet fewRows;
+    TPricedArticles(visibleRows, true).Fill(fewRows);
+    Row("grid, make and first paint, rows", size)
+        .Rounds(rounds)
+        .Ours([&] {
             auto grid = std::make_unique<TSortedGrid>(rows);
             showPainted(grid->Grid);
             return grid;
-        },
-        [&] {
-            auto table = std::make_unique<TStockTable>(rows);
-            showPainted(table->View);
-            return table;
-        },
-        rounds);
+        })
+        .Peer("QTableView", [&] { return shownTable(rows); })
+        .Limit("QTableView of 30 rows", [&] { return shownTable(fewRows); })
+        .GrowthTarget(0.2) // ten times the rows, the same time
+        .Print();
 }
 
-void benchTitles(Series &series, TClientDataSet &source, std::size_t size, int rounds)
+void benchTitles(TClientDataSet &source, std::size_t size, int rounds)
 {
     const double atSize = size >= 100'000 ? 1 : 0;
     TClientDataSet rows;
@@ -104,29 +110,42 @@ void benchTitles(Series &series, TClientDataSet &source, std::size_t size, int r
     reload();
     TStockTable stock(source);
     showPainted(stock.View);
-    TColdSort cold{reload, [&] { grid->Click("LIBELLE"); }};
-    TColdSort stockCold{[&] { stock.Unsort(); }, [&] { stock.Sort(Qt::AscendingOrder); }};
-    TColdSort coldTwo{reload, [&] {
+    TPrepared cold{reload, [&] { grid->Click("LIBELLE"); }};
+    TPrepared stockCold{[&] { stock.Unsort(); }, [&] { stock.Sort(Qt::AscendingOrder); }};
+    TPrepared coldTwo{reload, [&] {
                           grid->Click("LIBELLE");
                           grid->Click("PRIX");
                           grid->Click("PRIX"); // the other way round
                       }};
-    series.Print("title, first click, repaint", size, "QTableView, sorting proxy", atSize / 8, cold,
-                 stockCold, rounds);
-    series.Print("titles of two fields, three clicks", size, "QTableView, sorting proxy", atSize / 8, coldTwo,
-                 stockCold, rounds);
+    Row("title, first click, repaint, rows", size)
+        .Rounds(rounds)
+        .Ours(cold)
+        .Peer("QTableView, sorting proxy", stockCold)
+        .PeerTarget(atSize / 8)
+        .Print();
+    Row("titles of two fields, three clicks, rows", size)
+        .Rounds(rounds)
+        .Ours(coldTwo)
+        .Peer("QTableView, sorting proxy", stockCold)
+        .PeerTarget(atSize / 8)
+        .Print();
     auto order = Qt::AscendingOrder;
-    series.Print(
-        "title, next click, repaint", size, "QTableView, sorting proxy", atSize / 8,
-        [&] { grid->Click("PRIX"); },
-        [&] {
-            order = order == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
-            stock.Sort(order);
-        },
-        rounds);
-    series.Print(
-        "grid, repaint alone", size, "QTableView", 0, [&] { grid->Grid.grab(); }, [&] { stock.View.grab(); },
-        rounds);
+    Row("title, next click, repaint, rows", size)
+        .Rounds(rounds)
+        .Ours([&] { grid->Click("PRIX"); })
+        .Peer("QTableView, sorting proxy",
+              [&] {
+                  order = order == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+                  stock.Sort(order);
+              })
+        .Limit("repaint alone", [&] { grid->Grid.grab(); })
+        .PeerTarget(atSize / 8)
+        .Print();
+    Row("grid, repaint alone, rows", size)
+        .Rounds(rounds)
+        .Ours([&] { grid->Grid.grab(); })
+        .Peer("QTableView", [&] { stock.View.grab(); })
+        .Print();
 }
 
 } // namespace
@@ -136,13 +155,11 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    Comparison::PrintHeader();
-    Series series;
     for (const int size : {10'000, 100'000, 1'000'000}) {
         TClientDataSet rows;
         TPricedArticles(size, true).Fill(rows);
         const int rounds = argc > 1 ? std::atoi(argv[1]) : size < 1'000'000 ? 7 : 3;
-        benchFirstPaint(series, rows, static_cast<std::size_t>(size), rounds);
-        benchTitles(series, rows, static_cast<std::size_t>(size), rounds);
+        benchFirstPaint(rows, static_cast<std::size_t>(size), rounds);
+        benchTitles(rows, static_cast<std::size_t>(size), rounds);
     }
 }

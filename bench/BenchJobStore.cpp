@@ -20,7 +20,7 @@ using namespace Zelmar01;
 
 namespace {
 
-constexpr int jobCount = 10'000;
+constexpr std::size_t largest = 10'000;
 
 // Keeps the compiler from leaving out work whose result nobody looks at.
 volatile std::size_t sink;
@@ -29,11 +29,11 @@ volatile std::size_t sink;
 class Jobs
 {
 public:
-    Jobs()
+    explicit Jobs(std::size_t count)
     {
         std::string folder = (std::filesystem::temp_directory_path() / "zelmar01-bench-XXXXXX").string();
         Folder = mkdtemp(folder.data());
-        for (int i = 0; i < jobCount; ++i) {
+        for (int i = 0; i < static_cast<int>(count); ++i) {
             auto job = NewJob();
             job.ApplicationName = u"/opt/boutique/bin/export";
             job.Parameters = u"--boutique 12 --vers \"Siège social\"";
@@ -153,17 +153,27 @@ private:
 
 int main()
 {
-    const Jobs jobs;
-    Listing listing(jobs.Folder);
-    TTaskScheduler scheduler(nullptr, std::make_shared<TJobStore>(TJobStoreOptions{jobs.Folder, {}, {}, {}}));
-    Comparison::PrintHeader();
-    Comparison::Print(
-        "Refresh over 10,000 jobs", "the folder's names", 3, [&] { scheduler.Refresh(); },
-        [&] { sink = readNames(jobs.Folder).size(); });
-    Comparison::Print(
-        "list 10,000 jobs", "the folder's names", 3, [&] { listing.Names(); },
-        [&] { sink = readNames(jobs.Folder).size(); });
-    Comparison::Print(
-        "status and next run of 10,000 jobs", "reading their files", 3, [&] { listing.StatusOfEach(); },
-        [&] { readFiles(jobs.Folder); }, 7);
+    for (const std::size_t count : {std::size_t{100}, std::size_t{1'000}, largest}) {
+        const Jobs jobs(count);
+        Listing listing(jobs.Folder);
+        TTaskScheduler scheduler(nullptr,
+                                 std::make_shared<TJobStore>(TJobStoreOptions{jobs.Folder, {}, {}, {}}));
+        const double target = count == largest ? 3 : 0;
+        const auto names = [&] { sink = readNames(jobs.Folder).size(); };
+        Row("Refresh, jobs", count)
+            .Ours([&] { scheduler.Refresh(); })
+            .Limit("the folder's names", names)
+            .LimitTarget(target)
+            .Print();
+        Row("list without objects, jobs", count)
+            .Ours([&] { listing.Names(); })
+            .Limit("the folder's names", names)
+            .Print();
+        Row("status and next run of each, jobs", count)
+            .Rounds(count == largest ? 7 : 31)
+            .Ours([&] { listing.StatusOfEach(); })
+            .Limit("read the files", [&] { readFiles(jobs.Folder); })
+            .LimitTarget(target)
+            .Print();
+    }
 }

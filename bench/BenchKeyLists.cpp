@@ -10,6 +10,7 @@
 #include <QListView>
 #include <QListWidget>
 
+#include <charconv>
 #include <cstdlib>
 #include <memory>
 
@@ -101,8 +102,13 @@ std::unique_ptr<TComboBoxFk> ourCombo(TArticles &articles, bool fromLists)
     return box;
 }
 
-void benchComboFill(Series &series, TArticles &articles, std::size_t size, int rounds)
+void benchComboFill(TArticles &articles, std::size_t size, int rounds)
 {
+    const auto emptyBox = [] {
+        auto box = stockCombo();
+        paint(*box);
+        return box;
+    };
     for (const bool fromLists : {false, true}) {
         const auto ours = [&] {
             auto box = ourCombo(articles, fromLists);
@@ -114,22 +120,30 @@ void benchComboFill(Series &series, TArticles &articles, std::size_t size, int r
             paint(*stock.Box);
             return stock;
         };
-        series.Print(fromLists ? "combo, fill from lists, paint" : "combo, fill from a dataset, paint", size,
-                     "QComboBox, addItems, fixed width", size >= 100'000 ? 0.2 : 0, ours, best, rounds);
+        Row(fromLists ? "combo, fill from lists, paint, entries"
+                      : "combo, fill from a dataset, paint, entries",
+            size)
+            .Rounds(rounds)
+            .Ours(ours)
+            .Peer("QComboBox, addItems, fixed width", best)
+            .Limit("an empty QComboBox", emptyBox)
+            .PeerTarget(size >= 100'000 ? 0.2 : 0)
+            .Print();
     }
-    series.Print(
-        "combo, fill from a dataset, paint", size, "QComboBox, addItem", 0,
-        [&] {
+    Row("combo, fill from a dataset, paint, entries", size)
+        .Rounds(rounds)
+        .Ours([&] {
             auto box = ourCombo(articles, false);
             paint(*box);
             return box;
-        },
-        [&] {
-            auto box = usualCombo(articles);
-            paint(*box);
-            return box;
-        },
-        rounds);
+        })
+        .Peer("QComboBox, addItem",
+              [&] {
+                  auto box = usualCombo(articles);
+                  paint(*box);
+                  return box;
+              })
+        .Print();
 }
 
 template<class Box>
@@ -142,7 +156,7 @@ auto opening(Box &box)
     };
 }
 
-void benchPopup(Series &series, TArticles &articles, std::size_t size, int rounds)
+void benchPopup(TArticles &articles, std::size_t size, int rounds)
 {
     auto ours = ourCombo(articles, false);
     auto usual = usualCombo(articles);
@@ -152,17 +166,30 @@ void benchPopup(Series &series, TArticles &articles, std::size_t size, int round
     view->setUniformItemSizes(true);
     best.Box->setView(view);
     best.Box->setStyleSheet(QStringLiteral("QComboBox { combobox-popup: 0; }"));
-    for (QComboBox *box : {static_cast<QComboBox *>(ours.get()), usual.get(), best.Box.get()}) {
+    const auto few = stockCombo();
+    few->setEditable(false);
+    for (int row = 0; row < few->maxVisibleItems(); ++row)
+        few->addItem(articles.Texts[row]);
+    for (QComboBox *box : {static_cast<QComboBox *>(ours.get()), usual.get(), best.Box.get(), few.get()}) {
         box->setCurrentIndex(box->count() / 2);
         box->show();
     }
-    series.Print("combo, open the list", size, "QComboBox", size >= 100'000 ? 0.02 : 0, opening(*ours),
-                 opening(*usual), rounds);
-    series.Print("combo, open the list", size, "QComboBox, uniform, no menu", size >= 100'000 ? 1 : 0,
-                 opening(*ours), opening(*best.Box), rounds);
+    Row("combo, open the list, entries", size)
+        .Rounds(rounds)
+        .Ours(opening(*ours))
+        .Peer("QComboBox, uniform, no menu", opening(*best.Box))
+        .Limit("QComboBox of 10 entries", opening(*few))
+        .PeerTarget(size >= 100'000 ? 1 : 0)
+        .Print();
+    Row("combo, open the list, entries", size)
+        .Rounds(rounds)
+        .Ours(opening(*ours))
+        .Peer("QComboBox", opening(*usual))
+        .PeerTarget(size >= 100'000 ? 0.02 : 0)
+        .Print();
 }
 
-void benchSelect(Series &series, TArticles &articles, std::size_t size, int rounds)
+void benchSelect(TArticles &articles, std::size_t size, int rounds)
 {
     auto ours = ourCombo(articles, false);
     auto best = bestCombo(articles, false);
@@ -180,28 +207,33 @@ void benchSelect(Series &series, TArticles &articles, std::size_t size, int roun
         next = (next + 7919) % static_cast<int>(articles.Keys.size());
         return articles.Keys[next];
     };
-    series.Print(
-        "combo, select by key", size, "QHash and setCurrentIndex", 3, [&] { ours->SelectionnerCle(key()); },
-        [&] { best.Box->setCurrentIndex(rowOf.value(key(), -1)); }, rounds);
+    Row("combo, select by key, entries", size)
+        .Rounds(rounds)
+        .Ours([&] { ours->SelectionnerCle(key()); })
+        .Peer("QHash and setCurrentIndex", [&] { best.Box->setCurrentIndex(rowOf.value(key(), -1)); })
+        .PeerTarget(size >= 100'000 ? 3 : 0)
+        .Print();
     auto usual = usualCombo(articles);
-    series.Print(
-        "combo, select by key", size, "findData and setCurrentIndex", 0,
-        [&] { ours->SelectionnerCle(key()); }, [&] { usual->setCurrentIndex(usual->findData(key())); },
-        std::min(rounds, 5));
-    series.Print(
-        "combo, first search by key", size, "QHash filled with the keys", 0,
-        [&] {
+    Row("combo, select by key, entries", size)
+        .Rounds(std::min(rounds, 5))
+        .Ours([&] { ours->SelectionnerCle(key()); })
+        .Peer("findData and setCurrentIndex", [&] { usual->setCurrentIndex(usual->findData(key())); })
+        .Print();
+    Row("combo, first search by key, entries", size)
+        .Rounds(rounds)
+        .Ours([&] {
             TKeyListModel list;
             list.Fill(articles.Keys, articles.Texts);
             sink = list.RowOfKey(articles.Keys.last());
-        },
-        [&] {
-            QHash<QString, int> rows;
-            for (int row = 0; row < articles.Keys.size(); ++row)
-                rows.insert(articles.Keys[row], row);
-            sink = rows.value(articles.Keys.last());
-        },
-        rounds);
+        })
+        .Peer("QHash filled with the keys",
+              [&] {
+                  QHash<QString, int> rows;
+                  for (int row = 0; row < articles.Keys.size(); ++row)
+                      rows.insert(articles.Keys[row], row);
+                  sink = rows.value(articles.Keys.last());
+              })
+        .Print();
 }
 
 // The fastest way with stock parts: items configured before they are added, of one size.
@@ -256,67 +288,108 @@ private:
     TRows m_rows;
 };
 
-void benchCheckList(Series &series, TArticles &articles, std::size_t size, int rounds)
+void benchCheckList(TArticles &articles, std::size_t size, int rounds)
 {
     const double atSize = size >= 100'000 ? 1 : 0;
     Reopened rows(articles);
+    const TArticles few(30);
     for (const bool fromLists : {false, true})
-        series.Print(
-            fromLists ? "check list, fill from lists, paint" : "check list, reopen, fill, paint", size,
-            fromLists ? "QListWidget, uniform" : "QListWidget, uniform, reopened", 0.1 * atSize,
-            [&] {
+        Row(fromLists ? "check list, fill from lists, paint, entries"
+                      : "check list, reopen, fill, paint, entries",
+            size)
+            .Rounds(rounds)
+            .Ours([&] {
                 auto list = std::make_unique<TCheckListBoxFK>();
                 fromLists ? list->RemplirListe(articles.Numbers, articles.Texts) : list->RemplirListe(rows);
                 paint(*list);
                 return list;
-            },
-            [&] {
-                if (!fromLists) {
-                    rows.Close();
-                    rows.Open();
-                }
-                auto list = stockList(articles, fromLists ? nullptr : &rows);
-                paint(*list);
-                return list;
-            },
-            rounds);
+            })
+            .Peer(fromLists ? "QListWidget, uniform" : "QListWidget, uniform, reopened",
+                  [&] {
+                      if (!fromLists) {
+                          rows.Close();
+                          rows.Open();
+                      }
+                      auto list = stockList(articles, fromLists ? nullptr : &rows);
+                      paint(*list);
+                      return list;
+                  })
+            .Limit("QListWidget of 30 entries",
+                   [&] {
+                       auto list = stockList(few, nullptr);
+                       paint(*list);
+                       return list;
+                   })
+            .PeerTarget(0.1 * atSize)
+            .Print();
 
     TCheckListBoxFK ours;
     ours.RemplirListe(articles.Numbers, articles.Texts);
     auto stock = stockList(articles, nullptr);
-    for (QListView *list : {static_cast<QListView *>(&ours), static_cast<QListView *>(stock.get())}) {
+    auto fewShown = stockList(few, nullptr);
+    for (QListView *list : {static_cast<QListView *>(&ours), static_cast<QListView *>(stock.get()),
+                            static_cast<QListView *>(fewShown.get())}) {
         list->show();
         paint(*list);
     }
     bool check = false;
-    series.Print(
-        "check list, check all, paint", size, "QListWidget, item by item", 0,
-        [&] {
+    Row("check list, check all, paint, entries", size)
+        .Rounds(rounds)
+        .Ours([&] {
             ours.ToutSelectionner();
             paint(ours);
-        },
-        [&] {
-            check = !check;
-            for (int row = 0; row < stock->count(); ++row)
-                stock->item(row)->setCheckState(check ? Qt::Checked : Qt::Unchecked);
-            paint(*stock);
-        },
-        rounds);
+        })
+        .Peer("QListWidget, item by item",
+              [&] {
+                  check = !check;
+                  for (int row = 0; row < stock->count(); ++row)
+                      stock->item(row)->setCheckState(check ? Qt::Checked : Qt::Unchecked);
+                  paint(*stock);
+              })
+        .Limit("paint 30 entries", [&] { paint(*fewShown); })
+        .Print();
     for (int row = 0; row < stock->count(); ++row) {
         stock->item(row)->setCheckState(row % 2 ? Qt::Checked : Qt::Unchecked);
         ours.CocherCle(articles.Keys[row], row % 2);
     }
-    series.Print(
-        "check list, checked keys as text", size, "QListWidget, item by item", atSize / 8,
-        [&] { sink = ours.ListeDesSelectionnes(QStringLiteral(",")).size(); },
-        [&] {
-            QString keys;
-            for (int row = 0; row < stock->count(); ++row)
-                if (const auto *item = stock->item(row); item->checkState() == Qt::Checked)
-                    keys += QString::number(item->data(Qt::UserRole).toInt()) + u',';
-            sink = keys.size();
-        },
-        rounds);
+    Row("check list, checked keys as text, entries", size)
+        .Rounds(rounds)
+        .Ours([&] { sink = ours.ListeDesSelectionnes(QStringLiteral(",")).size(); })
+        .Peer("QListWidget, item by item",
+              [&] {
+                  QString keys;
+                  for (int row = 0; row < stock->count(); ++row)
+                      if (const auto *item = stock->item(row); item->checkState() == Qt::Checked)
+                          keys += QString::number(item->data(Qt::UserRole).toInt()) + u',';
+                  sink = keys.size();
+              })
+        .Limit("write the numbers",
+               [&] {
+                   std::string keys(size * 12, ' ');
+                   char *end = keys.data();
+                   for (qsizetype row = 1; row < articles.Numbers.size(); row += 2) {
+                       end = std::to_chars(end, end + 12, articles.Numbers[row]).ptr;
+                       *end++ = ',';
+                   }
+                   sink = QString::fromLatin1(keys.data(), end - keys.data()).size();
+               })
+        .PeerTarget(atSize / 8)
+        .Print();
+
+    QHash<QString, int> rowOf;
+    for (int row = 0; row < articles.Keys.size(); ++row)
+        rowOf.insert(articles.Keys[row], row);
+    int next = 0;
+    const auto key = [&]() -> const QString & {
+        next = (next + 7919) % static_cast<int>(articles.Keys.size());
+        return articles.Keys[next];
+    };
+    Row("check list, select by key, entries", size)
+        .Rounds(rounds)
+        .Ours([&] { ours.SelectionnerCle(key()); })
+        .Peer("QHash and setCurrentRow", [&] { stock->setCurrentRow(rowOf.value(key(), -1)); })
+        .PeerTarget(atSize * 3)
+        .Print();
 }
 
 } // namespace
@@ -329,14 +402,12 @@ int main(int argc, char **argv)
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     QApplication application(argc, argv);
     const int rounds = argc > 1 ? std::atoi(argv[1]) : 7;
-    Comparison::PrintHeader();
-    Series series;
     for (const int size : {1'000, 10'000, 100'000}) {
         TArticles articles(size);
         const auto count = static_cast<std::size_t>(size);
-        benchComboFill(series, articles, count, rounds);
-        benchPopup(series, articles, count, rounds);
-        benchSelect(series, articles, count, rounds);
-        benchCheckList(series, articles, count, rounds);
+        benchComboFill(articles, count, rounds);
+        benchPopup(articles, count, rounds);
+        benchSelect(articles, count, rounds);
+        benchCheckList(articles, count, rounds);
     }
 }

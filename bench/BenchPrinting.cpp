@@ -35,12 +35,12 @@ void benchConversions()
 {
     for (const std::size_t size : {40U, 4096U, 65536U}) {
         const auto text = ticket(size);
-        const auto name = std::to_string(size) + " bytes";
-        const auto copy = [&] { use(std::string(text)); };
-        Comparison::Print(
-            "fWinToPrn, " + name, "plain copy", 0, [&] { use(fWinToPrn(text)); }, copy);
-        Comparison::Print(
-            "fWinToCitizen, " + name, "plain copy", 0, [&] { use(fWinToCitizen(text)); }, copy);
+        for (const auto &[name, convert] :
+             {std::pair("fWinToPrn, bytes", &fWinToPrn), {"fWinToCitizen, bytes", &fWinToCitizen}})
+            Row(name, size)
+                .Ours([&, convert = convert] { use(convert(text)); })
+                .Limit("plain copy", [&] { use(std::string(text)); })
+                .Print();
     }
 }
 
@@ -56,8 +56,11 @@ void benchCodeFile(const std::filesystem::path &folder)
         }
         close(handle);
     };
-    Comparison::Print(
-        "code file, load", "read its bytes", 5, [&] { LoadCodeFile(file, codes); }, readBytes);
+    Row("code file, load")
+        .Ours([&] { LoadCodeFile(file, codes); })
+        .Limit("read its bytes", readBytes)
+        .LimitTarget(5)
+        .Print();
 
     const auto writeBytes = [&] {
         const int handle = open((folder / "copy.PCC").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
@@ -66,8 +69,11 @@ void benchCodeFile(const std::filesystem::path &folder)
         fsync(handle);
         close(handle);
     };
-    Comparison::Print(
-        "code file, save", "write its bytes, fsync", 0, [&] { SaveCodeFile(file, codes); }, writeBytes);
+    Row("code file, save")
+        .WallTime()
+        .Ours([&] { SaveCodeFile(file, codes); })
+        .Limit("write its bytes, fsync", writeBytes)
+        .Print();
 }
 
 void benchPort(const std::filesystem::path &folder)
@@ -96,15 +102,14 @@ void benchPort(const std::filesystem::path &folder)
                 close(handle);
                 drain();
             };
-            Comparison::Print(
-                "PrintString, " + std::to_string(size) + " bytes to " +
-                    (device == "/dev/null" ? device : "a FIFO"),
-                "open, write, close by hand", 2,
-                [&] {
+            Row("PrintString, bytes to " + (device == "/dev/null" ? device : "a FIFO"), size)
+                .Ours([&] {
                     printer.PrintString(text, false);
                     drain();
-                },
-                byHand);
+                })
+                .Limit("open, write, close", byHand)
+                .LimitTarget(2)
+                .Print();
         }
     }
     close(reader);
@@ -116,7 +121,6 @@ int main()
 {
     std::string name = std::filesystem::temp_directory_path() / "zelmar01-bench-XXXXXX";
     const std::filesystem::path folder = mkdtemp(name.data());
-    Comparison::PrintHeader();
     benchConversions();
     benchCodeFile(folder);
     benchPort(folder);

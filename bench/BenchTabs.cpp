@@ -5,10 +5,13 @@
 #include <Zelmar01/tabs/QtRect.h>
 
 #include <QApplication>
+#include <QPainter>
 #include <QTabBar>
 #include <QTabWidget>
 
+#include <algorithm>
 #include <cstdlib>
+#include <vector>
 
 using namespace Zelmar01;
 
@@ -55,10 +58,25 @@ public:
     }
 };
 
+/// The least that a repaint does: a picture that is there already is copied.
+class PictureWidget : public QWidget
+{
+public:
+    explicit PictureWidget(QWidget *parent) : QWidget(parent) { setAttribute(Qt::WA_OpaquePaintEvent); }
+
+    void Keep(const QPixmap &picture) { m_picture = picture; }
+
+protected:
+    void paintEvent(QPaintEvent *) override { QPainter(this).drawPixmap(0, 0, m_picture); }
+
+private:
+    QPixmap m_picture;
+};
+
 // The form that both stand on, shown and active, so that ours takes its buffered path as it does at a till.
 void show(QWidget &form)
 {
-    form.resize(controlSize.width() + 20, 2 * controlSize.height() + 120);
+    form.resize(2 * controlSize.width() + 30, 2 * controlSize.height() + 120);
     form.show();
     form.activateWindow();
     for (int i = 0; i < 10; ++i)
@@ -71,6 +89,7 @@ void benchPaint()
     QTabBar bar(&form);
     QTabWidget theirs(&form);
     HotTabs ours(&form);
+    PictureWidget kept(&form);
     for (const auto &caption : captions()) {
         bar.addTab(caption);
         theirs.addTab(new QWidget, caption);
@@ -85,34 +104,49 @@ void benchPaint()
     bar.setGeometry(10, 30 + 2 * controlSize.height(), controlSize.width(), bar.sizeHint().height());
     show(form);
     const auto strip = ToQRect(ours.Strip().StripArea());
-    Comparison::Print(
-        "tabs: repaint a strip of 12 tabs", "QTabBar", 1.0 / 3, [&] { ours.repaint(strip); },
-        [&] { bar.repaint(); });
-    Comparison::Print(
-        "tabs: repaint the control, 1000 x 600", "QTabWidget and its bar", 0.5, [&] { ours.repaint(); },
-        [&] {
-            theirs.repaint();
-            theirs.tabBar()->repaint();
-        });
+    kept.setGeometry(strip.translated(20 + controlSize.width(), 10));
+    kept.Keep(ours.grab(strip));
+    Row("repaint a strip of 12 tabs")
+        .Ours([&] { ours.repaint(strip); })
+        .Peer("QTabBar", [&] { bar.repaint(); })
+        .Limit("a kept picture of it", [&] { kept.repaint(); })
+        .PeerTarget(1.0 / 3)
+        .Print();
+    kept.setGeometry(ours.geometry().translated(10 + controlSize.width(), 0));
+    kept.Keep(ours.grab());
+    Row("repaint the control, 1000 x 600")
+        .Ours([&] { ours.repaint(); })
+        .Peer("QTabWidget and its bar",
+              [&] {
+                  theirs.repaint();
+                  theirs.tabBar()->repaint();
+              })
+        .Limit("a kept picture of it", [&] { kept.repaint(); })
+        .PeerTarget(0.5)
+        .Print();
 
     ours.Hottrack()->setEnabled(true);
     QApplication::processEvents();
     int hot = 0;
-    Comparison::Print(
-        "tabs: the hot tab moves", "QTabBar repaints two tabs", 1,
-        [&] { ours.MoveTo(hot = (hot + 1) % tabCount); },
-        [&] { bar.repaint(QRegion(bar.tabRect(3)) + bar.tabRect(4)); });
+    Row("the hot tab moves")
+        .Ours([&] { ours.MoveTo(hot = (hot + 1) % tabCount); })
+        .Peer("QTabBar repaints two tabs", [&] { bar.repaint(QRegion(bar.tabRect(3)) + bar.tabRect(4)); })
+        .PeerTarget(1)
+        .Print();
 
 #ifdef __GLIBC__
-    std::printf("tabs: allocations a repaint:");
+    std::vector<double> counts;
     for (int i = 1; i <= 20; ++i) {
         const auto before = allocations;
         ours.repaint();
-        const auto count = allocations - before;
-        if (i == 1 || i >= 10)
-            std::printf(" %zu", count);
+        counts.push_back(static_cast<double>(allocations - before));
     }
-    std::printf(" (the 1st, the 10th to the 20th)\n");
+    Row("allocations a repaint, the most of the 11th to the 20th")
+        .Unit("calls")
+        .Ours(*std::max_element(counts.begin() + 10, counts.end()))
+        .Limit("the 10th", counts[9])
+        .LimitTarget(1)
+        .Print();
 #endif
 }
 
@@ -122,6 +156,5 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    Comparison::PrintHeader();
     benchPaint();
 }

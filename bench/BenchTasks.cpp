@@ -133,20 +133,35 @@ void benchNextRuns()
         const auto name = "1,000 next runs, " + std::string(kind.Name);
         const bool rare = std::string_view(kind.Name) == "29 February";
         const auto rounds = rare ? 5 : 15;
-        Comparison::Print(
-            name + ", UTC", "QDateTime day by day", 0.1, ours(kind, utc),
-            forEach(moments, [&](TSeconds from) { return dayByDay(kind, from, QTimeZone::utc()); }), rounds);
+        Row(name + ", UTC")
+            .Rounds(rounds)
+            .Ours(ours(kind, utc))
+            .Peer("QDateTime, day by day",
+                  forEach(moments, [&](TSeconds from) { return dayByDay(kind, from, QTimeZone::utc()); }))
+            .PeerTarget(0.1)
+            .Print();
         const QTimeZone qtParis("Europe/Paris");
-        Comparison::Print(name + ", Paris", "QDateTime day by day", 0.1, ours(kind, paris),
-                          forEach(moments, [&](TSeconds from) { return dayByDay(kind, from, qtParis); }),
-                          rounds);
+        Row(name + ", Paris")
+            .Rounds(rounds)
+            .Ours(ours(kind, paris))
+            .Peer("QDateTime, day by day",
+                  forEach(moments, [&](TSeconds from) { return dayByDay(kind, from, qtParis); }))
+            .Limit("the same in UTC", ours(kind, utc))
+            .PeerTarget(0.1)
+            .LimitTarget(2)
+            .Print();
         if (!rare)
-            Comparison::Print(name + ", Paris", "mktime a day", 0.1, ours(kind, paris),
-                              forEach(moments, [&](TSeconds from) { return withMktime(kind, from); }),
-                              rounds);
-        Comparison::Print(name + ", Paris", "the same in UTC", 2, ours(kind, paris), ours(kind, utc));
-        Comparison::Print(name + ", Paris", "the first kind", 10, ours(kind, paris),
-                          ours(kinds.front(), paris));
+            Row(name + ", Paris")
+                .Rounds(rounds)
+                .Ours(ours(kind, paris))
+                .Peer("mktime a day", forEach(moments, [&](TSeconds from) { return withMktime(kind, from); }))
+                .PeerTarget(0.1)
+                .Print();
+        Row(name + ", Paris")
+            .Ours(ours(kind, paris))
+            .Limit("those of the daily kind", ours(kinds.front(), paris))
+            .LimitTarget(10)
+            .Print();
     }
 }
 
@@ -154,6 +169,5 @@ void benchNextRuns()
 
 int main()
 {
-    Comparison::PrintHeader();
     benchNextRuns();
 }

@@ -175,46 +175,83 @@ std::unique_ptr<QTreeView> bestStockTree(const TCacheFiles &files)
     return view;
 }
 
-void benchFirstPaint(Series &series, Shop &shop, std::size_t count)
+void benchFirstPaint(Shop &shop, std::size_t count)
 {
     const bool isLargest = count == largest;
     const int rounds = isLargest ? 9 : 21;
     const auto files = shop.Files();
-    const auto print = [&](const std::string &beside, double target, auto theirs) {
-        series.Print(
-            "cache files to first paint", count, beside, target, [&] { return ourTree(shop); },
-            [&] { return theirs(files); }, rounds);
-    };
-    print("QTreeWidget, item by item", 0, usualTree);
-    print("QStandardItemModel, filled detached", isLargest ? 0.2 : 0, bestStockTree);
-    print("read and split both files", isLargest ? 3 : 0, readAndSplit);
+    const auto ours = [&] { return ourTree(shop); };
+    Row("cache files to first paint, levels", count)
+        .Rounds(rounds)
+        .Ours(ours)
+        .Peer("QStandardItemModel, filled detached", [&] { return bestStockTree(files); })
+        .Limit("read and split both files", [&] { readAndSplit(files); })
+        .PeerTarget(isLargest ? 0.2 : 0)
+        .LimitTarget(isLargest ? 3 : 0)
+        .GrowthTarget(count == largest ? 1.5 : 0)
+        .Print();
+    Row("cache files to first paint, levels", count)
+        .Rounds(rounds)
+        .Ours(ours)
+        .Peer("QTreeWidget, item by item", [&] { return usualTree(files); })
+        .Limit("read the bytes",
+               [&] {
+                   sink =
+                       static_cast<std::size_t>(bytesOf(files.Tree).size() + bytesOf(files.Objects).size());
+               })
+        .Print();
 }
 
-void benchRebuild(Series &series, Shop &shop, std::size_t count)
+void benchExpandAll(Shop &shop, std::size_t count)
+{
+    const auto ours = ourTree(shop);
+    const auto stock = bestStockTree(shop.Files());
+    TPrepared all{[&] { ours->collapseAll(); },
+                  [&] {
+                      ours->expandAll();
+                      paint(*ours);
+                  }};
+    TPrepared allStock{[&] { stock->collapseAll(); },
+                       [&] {
+                           stock->expandAll();
+                           paint(*stock);
+                       }};
+    Row("expand all and paint, levels", count)
+        .Rounds(count == largest ? 9 : 21)
+        .Ours(all)
+        .Peer("QTreeView, uniform rows", allStock)
+        .Print();
+}
+
+void benchRebuild(Shop &shop, std::size_t count)
 {
     const auto view = shop.View();
     const auto text = shop.Connection().ServerText(LevelsQuery());
-    series.Print(
-        "tree and cache files from SQLite", count, "QSqlQuery, forward only, six texts",
-        count == largest ? 1.5 : 0, [&] { view->MettreAJourArbre(true); },
-        [&] {
-            QSqlQuery query(shop.Connection().Database());
-            query.setForwardOnly(true);
-            if (!query.exec(text))
-                std::abort();
-            qsizetype size = 0;
-            while (query.next())
-                for (int column = 0; column < 6; ++column)
-                    size += query.value(column).toString().size();
-            sink = static_cast<std::size_t>(size);
-        },
-        count == largest ? 9 : 21);
+    Row("tree and cache files from SQLite, levels", count)
+        .WallTime()
+        .Rounds(count == largest ? 9 : 21)
+        .Ours([&] { view->MettreAJourArbre(true); })
+        .Limit("QSqlQuery, forward only, six texts",
+               [&] {
+                   QSqlQuery query(shop.Connection().Database());
+                   query.setForwardOnly(true);
+                   if (!query.exec(text))
+                       std::abort();
+                   qsizetype size = 0;
+                   while (query.next())
+                       for (int column = 0; column < 6; ++column)
+                           size += query.value(column).toString().size();
+                   sink = static_cast<std::size_t>(size);
+               })
+        .LimitTarget(count == largest ? 1.5 : 0)
+        .GrowthTarget(count == largest ? 1.5 : 0)
+        .Print();
 }
 
 constexpr int expandedNodes = 1'000;
 
 // The identifiers of the expanded nodes are kept, all is collapsed, and they are expanded again and painted.
-void benchExpanded(Series &series, Shop &shop, std::size_t count)
+void benchExpanded(Shop &shop, std::size_t count)
 {
     const auto ours = ourTree(shop);
     const auto &tree = *ours->Arbre();
@@ -233,30 +270,31 @@ void benchExpanded(Series &series, Shop &shop, std::size_t count)
             (*item)->setExpanded(true);
             --left;
         }
-    series.Print(
-        "1,000 expanded nodes kept and restored", count, "QTreeWidget and QHash", 0,
-        [&] {
+    Row("1,000 expanded nodes kept and restored, levels", count)
+        .Rounds(9)
+        .Ours([&] {
             ours->EnregistrerConfiguration();
             ours->collapseAll();
             ours->ReproduireConfiguration();
             paint(*ours);
-        },
-        [&] {
-            std::vector<int> ids;
-            QHash<int, QTreeWidgetItem *> items;
-            for (QTreeWidgetItemIterator item(root->child(0)); *item; ++item) {
-                const int id = levelOf(**item).ID;
-                items.insert(id, *item);
-                if ((*item)->isExpanded())
-                    ids.push_back(id);
-            }
-            usual->collapseAll();
-            root->setExpanded(true);
-            for (const int id : ids)
-                items.value(id)->setExpanded(true);
-            paint(*usual);
-        },
-        9);
+        })
+        .Peer("QTreeWidget and QHash",
+              [&] {
+                  std::vector<int> ids;
+                  QHash<int, QTreeWidgetItem *> items;
+                  for (QTreeWidgetItemIterator item(root->child(0)); *item; ++item) {
+                      const int id = levelOf(**item).ID;
+                      items.insert(id, *item);
+                      if ((*item)->isExpanded())
+                          ids.push_back(id);
+                  }
+                  usual->collapseAll();
+                  root->setExpanded(true);
+                  for (const int id : ids)
+                      items.value(id)->setExpanded(true);
+                  paint(*usual);
+              })
+        .Print();
 }
 
 // Of what is shown, when each record was read once.
@@ -272,40 +310,52 @@ void printMemory(Shop &shop, std::size_t count)
     });
     const auto usual = memoryALevel(count, [&] { return usualTree(shop.Files()); });
     const auto stock = memoryALevel(count, [&] { return bestStockTree(shop.Files()); });
-    std::printf(
-        "memory a level of the shown tree, %zu levels: %.0f bytes, QTreeWidget %.0f, QStandardItemModel "
-        "%.0f, target 250%s\n",
-        count, ours, usual, stock, count == largest && ours > 250 ? "  MISSED" : "");
+    const auto texts = textBytesALevel(Levels(count, 1).Rows);
+    Row("memory a level of the shown tree, levels", count)
+        .Unit("bytes")
+        .Ours(ours)
+        .Peer("QStandardItemModel", stock)
+        .Limit("the text itself", texts)
+        .Target(count == largest ? 250 : 0)
+        .Print();
+    Row("memory a level of the shown tree, levels", count)
+        .Unit("bytes")
+        .Ours(ours)
+        .Peer("QTreeWidget", usual)
+        .Print();
 }
 
 // A department gets another label, and so all levels below it another long label.
-void benchCascade(Series &series, const std::filesystem::path &folder, std::size_t count)
+void benchCascade(const std::filesystem::path &folder, std::size_t count)
 {
     Shop shop(folder, Levels(count, 1, 1, 5).Rows);
     const auto view = shop.View(QStringLiteral("order by DESCR_ART_CODE"));
     view->MettreAJourArbre(false);
     const auto department = view->Arbre()->Descr(1);
     auto label = department.Libelle, other = QStringLiteral("BIJOUX");
-    series.Print(
-        "rename a department, levels below", count, "prepared update a row", 0,
-        [&] {
+    Row("rename a department, levels below", count)
+        .WallTime()
+        .Rounds(count == largest ? 5 : 9)
+        .Ours([&] {
             std::swap(label, other);
             view->MettreAJourNoeud(department.ID, department.Code, label, department.LibCourt, {});
-        },
-        [&] {
-            TTransaction whole(shop.Connection());
-            QSqlQuery update(shop.Connection().Database());
-            update.prepare(
-                QStringLiteral("update descr_article set DESCR_ART_LIB_LONG = ? where DESCR_ART_ID = ?"));
-            const auto &tree = *view->Arbre();
-            for (auto node = tree.Next(TDescrTree::Root); node != TDescrTree::None; node = tree.Next(node)) {
-                update.addBindValue(tree.LibLong(node));
-                update.addBindValue(tree.ID(node));
-                run(update);
-            }
-            whole.Commit();
-        },
-        count == largest ? 5 : 9);
+        })
+        .Limit("prepared update a row",
+               [&] {
+                   TTransaction whole(shop.Connection());
+                   QSqlQuery update(shop.Connection().Database());
+                   update.prepare(QStringLiteral(
+                       "update descr_article set DESCR_ART_LIB_LONG = ? where DESCR_ART_ID = ?"));
+                   const auto &tree = *view->Arbre();
+                   for (auto node = tree.Next(TDescrTree::Root); node != TDescrTree::None;
+                        node = tree.Next(node)) {
+                       update.addBindValue(tree.LibLong(node));
+                       update.addBindValue(tree.ID(node));
+                       run(update);
+                   }
+                   whole.Commit();
+               })
+        .Print();
 }
 
 } // namespace
@@ -318,14 +368,13 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     std::string name = std::filesystem::temp_directory_path() / "zelmar01-bench-XXXXXX";
     const std::filesystem::path folder = mkdtemp(name.data());
-    Comparison::PrintHeader();
-    Series series;
     for (const std::size_t count : {std::size_t{1'000}, std::size_t{10'000}, largest}) {
         Shop shop(folder / std::to_string(count), Levels(count, 1).Rows);
-        benchFirstPaint(series, shop, count);
-        benchRebuild(series, shop, count);
-        benchExpanded(series, shop, count);
-        benchCascade(series, folder / ("cascade" + std::to_string(count)), count);
+        benchFirstPaint(shop, count);
+        benchRebuild(shop, count);
+        benchExpandAll(shop, count);
+        benchExpanded(shop, count);
+        benchCascade(folder / ("cascade" + std::to_string(count)), count);
         printMemory(shop, count);
     }
     std::filesystem::remove_all(folder);

@@ -86,6 +86,17 @@ inline void readAndSplit(const Zelmar01::TCacheFiles &files)
     sink = sum;
 }
 
+/// The bytes of the texts alone, for each level.
+inline double textBytesALevel(const Zelmar01::TDescrRows &rows)
+{
+    qsizetype characters = 0;
+    for (std::size_t row = 0; row < rows.Count(); ++row) {
+        const auto level = rows.Descr(row);
+        characters += level.Code.size() + level.Libelle.size() + level.LibLong.size() + level.LibCourt.size();
+    }
+    return static_cast<double>(characters) / static_cast<double>(rows.Count());
+}
+
 /// The bytes that the allocator has given away.
 inline std::size_t allocated()
 {

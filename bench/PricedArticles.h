@@ -66,12 +66,3 @@ protected:
         return order != 0 ? order < 0 : value(b, 2).toLongLong() < value(a, 2).toLongLong();
     }
 };
-
-/// A sort of rows that were never sorted before.
-template<class Load, class Sort>
-struct TColdSort
-{
-    Load Prepare;
-    Sort Work;
-    void operator()() { Work(); }
-};
