@@ -137,8 +137,10 @@ void TasksPage::Refresh()
     for (int i = 0; i < m_scheduler->Count(); ++i) {
         const auto row = ReadJobRow(*m_scheduler->Items(i));
         auto *item = m_ui->jobs->topLevelItem(i);
-        if (!item)
+        if (!item) {
             item = new QTreeWidgetItem(m_ui->jobs);
+            item->setSizeHint(m_ui->jobs->columnCount() - 1, {0, m_ui->jobs->fontMetrics().height() * 7 / 4});
+        }
         const auto texts = row.Texts();
         for (int column = 0; column < texts.size(); ++column) {
             item->setText(column, texts[column]);
