@@ -36,6 +36,7 @@ TDatePopup::TDatePopup(const TDatePopupParts &parts, const QDateTime &shown, QWi
     m_calendar->setLocale(locale());
     m_calendar->setFirstDayOfWeek(locale().firstDayOfWeek());
     m_calendar->setNavigationBarVisible(false);
+    m_calendar->setDateEditEnabled(false); // dates are typed in the editor
     m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     m_calendar->setDateRange(QDate(1, 1, 1), QDate(lastYear, 12, 31));
     for (const auto day : {Qt::Saturday, Qt::Sunday})
