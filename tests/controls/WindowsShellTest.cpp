@@ -31,12 +31,12 @@ std::wstring probe()
     return (std::filesystem::path(self.data()).parent_path() / "zelmar01_shell_probe.exe").wstring();
 }
 
+// What the probe has written. Just after its renaming Windows may still refuse to open the file.
 std::string waitFor(const std::filesystem::path &file)
 {
-    for (int i = 0; i < 200 && !std::filesystem::exists(file); ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
     std::string text;
-    {
+    for (int i = 0; i < 200 && text.empty(); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
         std::ifstream seen(file, std::ios::binary);
         text.assign(std::istreambuf_iterator<char>(seen), {});
     }

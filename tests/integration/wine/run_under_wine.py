@@ -236,6 +236,10 @@ def windows(runner, wine, wineserver, prefix, ports):
         # The first program of a new Windows makes it. "wineboot -i" would do so a second time, and leave it with
         # two service managers, neither of which knows what the other has started.
         runner.run(wine, "cmd", "/c", "exit", "0", seconds=150)
+        # Left alone, the server ends some time after each program, and a program that starts in that moment gets
+        # "Connection reset by peer". This one stays to the end.
+        runner.run(wineserver, "-w", seconds=30)
+        runner.run(wineserver, "-p", seconds=20)
         for name, file in ports.items():
             link = prefix / "dosdevices" / name.lower()
             if not link.is_symlink() or os.readlink(link) != str(file):
