@@ -72,6 +72,11 @@ protected:
                            "DESCR_ART_LIB_COURT varchar(20))");
         for (const auto &level : someLevels())
             insert(connection, level);
+        useTable(connection);
+    }
+
+    void useTable(Zelmar01::TConnection &connection)
+    {
         m_levels.setConnection(&connection);
         m_levels.setCommandText("select * from DESCR_ARTICLE with (nolock) order by DESCR_ART_ID desc");
         QObject::connect(&connection, &Zelmar01::TConnection::OnCommand, &m_levels,

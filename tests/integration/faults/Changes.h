@@ -1,5 +1,7 @@
 #pragma once
 
+#include <support/TempFolder.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -49,3 +51,24 @@ inline std::string NameOfChange(const testing::TestParamInfo<TChange> &change)
 std::string FilesBelow(const std::filesystem::path &folder);
 /// Whether all of these names are among the others.
 bool AreAmong(const std::string &files, const std::string &others);
+
+/// For fixtures: what is there before and after a change, by a look at one that nothing disturbs.
+class TWatchedChange : public testing::TestWithParam<TChange>
+{
+protected:
+    TWatchedChange()
+    {
+        const TempFolder folder;
+        m_change.Prepare(folder.Path());
+        m_before = m_change.Read(folder.Path());
+        m_files = FilesBelow(folder.Path());
+        EXPECT_EQ(m_change.Make(folder.Path()), "");
+        m_after = m_change.Read(folder.Path());
+        m_files += FilesBelow(folder.Path());
+        EXPECT_NE(m_before, m_after);
+    }
+
+    const TChange m_change = GetParam();
+    std::string m_before, m_after;
+    std::string m_files; // those of both
+};

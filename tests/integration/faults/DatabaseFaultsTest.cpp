@@ -1,6 +1,6 @@
 // Every call of the database fails in turn, and every system call that the database makes on its files.
 // Whatever fails: the table holds the old or the new state, what is shown and the cache files say the same,
-// and the next attempt succeeds.
+// and the next attempt succeeds. So it is for the next program when this one was killed.
 
 #include "Changes.h"
 #include "FaultyCalls.h"
@@ -57,9 +57,13 @@ class TShop : public ShownTree
 public:
     explicit TShop(const TempFolder &folder) : m_folder(folder)
     {
+        const bool isNew = !std::filesystem::exists(folder / "shop.db");
         m_connection.setDatabaseName(path("shop.db"));
         m_connection.setCommandTimeout(1);
-        makeTable(m_connection, QStringLiteral("varchar(20) collate nocase"));
+        if (isNew)
+            makeTable(m_connection, QStringLiteral("varchar(20) collate nocase"));
+        else
+            useTable(m_connection);
         m_view.setFichierSortie(path("x"));
         m_view.MettreAJourArbre(false);
         select(13);
@@ -207,6 +211,7 @@ protected:
 };
 
 using DatabaseFileFaults = DatabaseFaults;
+using DatabaseKilled = DatabaseFaults;
 
 std::string nameOf(const testing::TestParamInfo<TWork> &work)
 {
@@ -259,5 +264,27 @@ TEST_P(DatabaseFileFaults, eachSystemCall)
     }
 }
 
+TEST_P(DatabaseKilled, atEachSystemCall)
+{
+    for (const auto fault : {TFault::Killed, TFault::KilledBehind}) {
+        bool isOver = false;
+        for (int number = 1; !isOver; ++number) {
+            SCOPED_TRACE((fault == TFault::Killed ? "before call " : "behind call ") +
+                         std::to_string(number));
+            const TempFolder folder;
+            TShop{folder}; // gone before another process opens what it has made
+            isOver = InChild([&] {
+                TShop shop(folder);
+                const FaultyCalls calls(folder.Path(), fault, number);
+                GetParam().Make(shop);
+            });
+            TShop next(folder);
+            next.ExpectInStep(GetParam().IsTree, true);
+            expectWhole(next, isOver ? "" : "killed");
+        }
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Works, DatabaseFaults, testing::ValuesIn(works), nameOf);
-INSTANTIATE_TEST_SUITE_P(Works, DatabaseFileFaults, testing::Values(works[2], works[5]), nameOf);
+INSTANTIATE_TEST_SUITE_P(Works, DatabaseFileFaults, testing::ValuesIn(works), nameOf);
+INSTANTIATE_TEST_SUITE_P(Works, DatabaseKilled, testing::ValuesIn(works), nameOf);

@@ -14,6 +14,7 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -126,6 +127,22 @@ int OpenFiles()
 {
     const std::filesystem::directory_iterator files("/proc/self/fd");
     return static_cast<int>(std::distance(begin(files), end(files)));
+}
+
+bool InChild(const std::function<void()> &work, std::chrono::microseconds life)
+{
+    const auto child = fork();
+    if (child == 0) {
+        work();
+        _exit(0);
+    }
+    if (life < std::chrono::seconds(1)) {
+        std::this_thread::sleep_for(life);
+        kill(child, SIGKILL);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status);
 }
 
 // The calls of the C library that stand in front of its own. Each that has a twin for large files is one with

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -49,3 +51,7 @@ private:
 
 /// How many files this process has open.
 int OpenFiles();
+
+/// Does `work` in a process of its own, which is killed after `life` unless that is a second or more; true
+/// when it came to its end.
+bool InChild(const std::function<void()> &work, std::chrono::microseconds life = std::chrono::hours(1));

@@ -5,10 +5,6 @@
 #include "Changes.h"
 #include "FaultyCalls.h"
 
-#include <support/TempFolder.h>
-
-#include <gtest/gtest.h>
-
 namespace {
 
 const char *nameOf(TFault fault)
@@ -25,21 +21,9 @@ const char *nameOf(TFault fault)
     }
 }
 
-class FileFaults : public testing::TestWithParam<TChange>
+class FileFaults : public TWatchedChange
 {
 protected:
-    FileFaults()
-    {
-        const TempFolder folder;
-        m_change.Prepare(folder.Path());
-        m_before = m_change.Read(folder.Path());
-        m_filesBefore = FilesBelow(folder.Path());
-        EXPECT_EQ(m_change.Make(folder.Path()), "");
-        m_after = m_change.Read(folder.Path());
-        m_filesAfter = FilesBelow(folder.Path());
-        EXPECT_NE(m_before, m_after);
-    }
-
     // What the change came to when the call of this number met a fault; false when there is no such call.
     bool makeWith(TFault fault, int number)
     {
@@ -61,17 +45,13 @@ protected:
         EXPECT_TRUE(now == m_before || now == m_after || m_change.Allows(m_before, m_after, now)) << now;
         // What cannot be removed stays, and nothing else.
         const bool mayStay = met.starts_with("unlink ") || fault == TFault::Lasting;
-        EXPECT_TRUE(mayStay || AreAmong(FilesBelow(folder.Path()), m_filesBefore + m_filesAfter))
-            << FilesBelow(folder.Path());
+        EXPECT_TRUE(mayStay || AreAmong(FilesBelow(folder.Path()), m_files)) << FilesBelow(folder.Path());
         if (m_change.MayBeRepeated || now != m_after) {
             EXPECT_EQ(m_change.Make(folder.Path()), "") << "what failed once fails again";
             EXPECT_EQ(m_change.Read(folder.Path()), m_after);
         }
         return number <= count;
     }
-
-    const TChange m_change = GetParam();
-    std::string m_before, m_after, m_filesBefore, m_filesAfter;
 };
 
 } // namespace
