@@ -25,7 +25,7 @@ namespace Zelmar01 {
 
 namespace {
 
-constexpr auto checkEvery = std::chrono::seconds(30);
+constexpr auto checkEvery = std::chrono::seconds(2);
 
 std::string textOf(const TJobText &text)
 {

@@ -41,7 +41,7 @@ public:
     TTaskResult Start(const TJob &job, const std::filesystem::path &output);
 
     /// Waits until the program is over. After `deadline` (none for ever), when this process is asked to end
-    /// and when `mayGoOn`, which is asked every half minute, says no, the program is asked to end; what is
+    /// and when `mayGoOn`, which is asked every two seconds, says no, the program is asked to end; what is
     /// left of it after `grace` is killed.
     TReason Wait(std::optional<TClock::time_point> deadline, std::chrono::milliseconds grace,
                  const std::function<bool()> &mayGoOn);

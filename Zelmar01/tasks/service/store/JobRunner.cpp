@@ -231,9 +231,16 @@ void RunJob(const TRunRequest &request, int reportFile)
     }
     run.LogStart();
     send(reportFile, {TaskResult::Ok});
-    const bool needsMains = run.Job().Flags & TaskFlag::KillIfGoingOnBatteries;
-    const auto reason =
-        process.Wait(run.Deadline(), graceToEnd(), [&] { return !needsMains || !IsOnBattery(); });
+    // Going on battery is what ends it: whoever started it on battery wants it to run.
+    bool endsOnBattery = false;
+    const auto reason = process.Wait(run.Deadline(), graceToEnd(), [&] {
+        if (!(run.Job().Flags & TaskFlag::KillIfGoingOnBatteries))
+            return true;
+        if (IsOnBattery())
+            return !endsOnBattery;
+        endsOnBattery = true;
+        return true;
+    });
     run.End(kindOf(reason), process.ExitCode());
 }
 

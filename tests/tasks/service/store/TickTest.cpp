@@ -1,6 +1,8 @@
 #include "RunFixture.h"
 
 #include <Zelmar01/tasks/service/store/JobDue.h>
+#include <Zelmar01/tasks/service/store/JobLog.h>
+#include <Zelmar01/tasks/service/store/RunnerProcess.h>
 
 #include <csignal>
 #include <thread>
@@ -18,6 +20,21 @@ protected:
         m_tick.Runner = m_folder / "runner";
         writeBytes(m_tick.Runner, "#!/bin/sh\n" + text + '\n');
         std::filesystem::permissions(m_tick.Runner, std::filesystem::perms::owner_all);
+    }
+
+    void plugIn() { supply("AC/online", "1"); }
+    void unplug()
+    {
+        supply("AC/type", "Mains");
+        supply("BAT0/type", "Battery");
+        supply("BAT0/status", "Discharging");
+        supply("AC/online", "0");
+    }
+    void supply(const char *name, const std::string &value)
+    {
+        const auto place = m_folder / "power" / name;
+        std::filesystem::create_directories(place.parent_path());
+        writeBytes(place, value + '\n');
     }
 
     int killedTick(const char *now)
@@ -60,26 +77,60 @@ TEST_F(TickTest, StartsOnlyWhatIsDueAndMayStart)
     script(u"later", u"true", {once(minute(2))});
     script(u"disabled", u"true", {due}, TaskFlag::Disabled);
     script(u"on battery", u"true", {due}, TaskFlag::DontStartIfOnBatteries);
-    script(u"needs mains", u"exec sleep 100", {due}, TaskFlag::KillIfGoingOnBatteries);
+    script(u"needs mains", u"true", {due}, TaskFlag::KillIfGoingOnBatteries);
     script(u"hidden", u"true", {due}, TaskFlag::Hidden);
     auto off = due;
     off.rgFlags = TriggerFlag::Disabled;
     script(u"off", u"true", {off});
-    for (const auto *file :
-         {"AC/online 0", "AC/type Mains", "BAT0/type Battery", "BAT0/status Discharging"}) {
-        const std::string text = file;
-        const auto place = m_folder / "power" / text.substr(0, text.find(' '));
-        std::filesystem::create_directories(place.parent_path());
-        writeBytes(place, text.substr(text.find(' ') + 1) + '\n');
-    }
+    unplug();
     ASSERT_EQ(ticked(minute(0)), "");
     EXPECT_EQ(ticked(minute(1)), "held-on-battery:on battery started:due started:hidden started:needs mains");
     EXPECT_EQ(ticked(minute(2)), "started:later");
-    writeBytes(m_folder / "power/AC/online", "1\n");
+    plugIn();
     EXPECT_EQ(ticked(minute(3)), "");
-    EXPECT_EQ(activated(u"needs mains")->Terminate(), TaskResult::Ok);
     for (const auto *name : {u"due", u"hidden", u"later", u"needs mains"})
         waitForEnd(name);
+}
+
+TEST_F(TickTest, EndsAJobThatNeedsTheMainsWhenTheyFail)
+{
+    const auto isSlow = std::chrono::milliseconds(2500); // more than what the runner takes to notice
+    script(u"a", u"exec sleep 100", {once(minute(1))}, TaskFlag::KillIfGoingOnBatteries);
+    ASSERT_EQ(ticked(minute(0)), "");
+    unplug();
+    ASSERT_EQ(ticked(minute(1)), "started:a");
+    std::this_thread::sleep_for(isSlow);
+    EXPECT_TRUE(runOf(u"a").IsRunning()) << "it was started on battery";
+    plugIn();
+    std::this_thread::sleep_for(isSlow);
+    EXPECT_TRUE(runOf(u"a").IsRunning());
+    unplug();
+    waitForEnd(u"a");
+    EXPECT_EQ(ReadLog(m_jobFolder, 1).back().Kind, TJobEvent::PowerFailed);
+}
+
+TEST_F(TickTest, ReportsARunnerThatDoesNotComeAndStartsTheNextTime)
+{
+    const struct
+    {
+        const char *Runner;
+        bool IsThere;
+        TTaskResult Result;
+    } cases[] = {{"gone", false, TaskResult::ServiceNotInstalled}, {"exit 1", true, TRunnerReport().Request}};
+    script(u"a", u"true", {everyMinute});
+    ASSERT_EQ(ticked(minute(0)), "");
+    int next = 1;
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.Runner);
+        useRunner(row.Runner);
+        if (!row.IsThere)
+            std::filesystem::remove(m_tick.Runner);
+        EXPECT_EQ(ticked(minute(next++)), "start-failed:a");
+        EXPECT_EQ(ReadLog(m_jobFolder, 1).back().Value, row.Result);
+        m_tick.Runner.clear();
+        EXPECT_EQ(ticked(minute(next++)), "started:a");
+        waitForEnd(u"a");
+    }
 }
 
 TEST_F(TickTest, LetsOneOfTwoTicksDoTheWork)
@@ -173,6 +224,7 @@ TEST_F(TickTest, SkipsAStartWhileItsJobRuns)
     ASSERT_EQ(ticked(minute(0)), "");
     EXPECT_EQ(ticked(minute(1)), "started:slow");
     EXPECT_EQ(ticked(minute(2)), "still-running:slow");
+    EXPECT_TRUE(waitUntil([&] { return !output("ran").empty(); }));
     EXPECT_EQ(task->Terminate(), TaskResult::Ok);
     waitForEnd(u"slow");
     EXPECT_EQ(output("ran"), "x\n");
