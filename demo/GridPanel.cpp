@@ -36,10 +36,11 @@ GridPanel::GridPanel(QWidget *parent) : QGroupBox(parent), m_ui(std::make_unique
     m_memorySource.setDataSet(&m_memory);
     connect(m_ui->articlePlace, &QComboBox::activated, this, [this](int place) {
         ShowingExceptions([&] { place == InMemory ? showCopy() : ShowArticles(); });
+        showPlace(); // still the one before when that failed
     });
     // In memory every column but one sorts by the expression: it is to be the clicked column's own field.
     connect(m_ui->articleGrid, &TzmGrid::OnTitleClick, this, [this](const TGridColumn *column) {
-        if (m_ui->articleGrid->DataSource() == &m_memorySource)
+        if (isInMemory())
             m_ui->articleGrid->InitGrid(column->FieldName(), u"NOM"_s, {}, true);
     });
 }
@@ -60,26 +61,45 @@ void GridPanel::Use(TDataSource &articles)
 
 void GridPanel::show(TDataSource &source)
 {
-    const bool isMemory = &source == &m_memorySource;
-    m_ui->articlePlace->setCurrentIndex(isMemory ? InMemory : InDatabase);
     m_ui->articleGrid->setDataSource(&source);
+    showPlace();
     for (int column = 0; column < m_ui->articleGrid->Columns().Count(); ++column)
         m_ui->articleGrid->Columns()[column].setTitle({}); // without the marks of the other rows' order
-    if (isMemory)
+    if (isInMemory())
         m_ui->articleGrid->InitGrid(u"PRIX"_s, u"NOM"_s, {}, true);
     else
         m_ui->articleGrid->InitGrid(u"upper(NOM)"_s, u"NOM"_s, ArticlesText(), true);
     showOrder();
+    emit ShownChanged();
+}
+
+bool GridPanel::isInMemory() const
+{
+    return m_ui->articleGrid->DataSource() == &m_memorySource;
+}
+
+void GridPanel::showPlace()
+{
+    m_ui->articlePlace->setCurrentIndex(isInMemory() ? InMemory : InDatabase);
+}
+
+// A record that is being edited is posted before it goes out of sight.
+void GridPanel::leaveRows()
+{
+    if (auto *rows = m_ui->articleGrid->DataSet(); rows && rows->Active())
+        rows->MoveBy(0);
 }
 
 void GridPanel::ShowArticles()
 {
+    leaveRows();
     m_articles->DataSet()->Open();
     show(*m_articles);
 }
 
 void GridPanel::showCopy()
 {
+    leaveRows();
     m_articles->DataSet()->Open();
     m_memory.LoadFrom(*m_articles->DataSet());
     show(m_memorySource);
@@ -87,11 +107,13 @@ void GridPanel::showCopy()
 
 void GridPanel::ShowMany(int rows)
 {
+    leaveRows();
     TClientDataSet invented;
     invented.CreateDataSet({{u"ARTICLE_ID"_s, ftInteger, 0, true, false},
                             {u"NOM"_s, ftString, 40, true, false},
                             {u"REFERENCE"_s, ftString, 20, false, false},
-                            {u"PRIX"_s, ftBCD, 2, false, false}});
+                            {u"PRIX"_s, ftBCD, 2, false, false},
+                            {u"METAL_ID"_s, ftInteger, 0, false, false}});
     const auto &fields = invented.Fields();
     for (int row = 1; row <= rows; ++row) {
         invented.Append();
@@ -114,7 +136,7 @@ void GridPanel::showOrder()
 {
     const auto &indexes = m_memory.IndexDefs();
     const int index = indexes.IndexOf(m_memory.IndexName());
-    if (m_ui->articleGrid->DataSource() != &m_memorySource || index < 0)
+    if (!isInMemory() || index < 0)
         return m_ui->gridOrder->clear();
     QStringList fields;
     for (const auto &field : indexes[index].Fields.split(u';'))

@@ -34,10 +34,17 @@ public:
     /// The rows that are shown.
     Zelmar01::TDataSet &Shown() const;
 
+signals:
+    /// Shown() may be others.
+    void ShownChanged();
+
 private:
     void showCopy();
+    void leaveRows();
     void show(Zelmar01::TDataSource &source);
     void showOrder();
+    void showPlace();
+    bool isInMemory() const;
 
     const std::unique_ptr<Ui::GridPanel> m_ui;
     Zelmar01::TDataSource *m_articles = nullptr;

@@ -38,7 +38,8 @@ ListsPage::ListsPage(ShopDatabase &shop, QWidget *parent)
     m_list.setCommandText(u"select ARTICLE_ID, NOM from article order by NOM"_s);
     m_articleSource.setDataSet(&m_articles);
     m_metalSource.setDataSet(&m_metals);
-    m_ui->articleMetal->setDataSource(&m_articleSource);
+    m_shown.setDataSet(&m_articles);
+    m_ui->articleMetal->setDataSource(&m_shown);
     m_ui->articleMetal->setListSource(&m_metalSource);
     m_ui->findArticle->lineEdit()->setPlaceholderText(u"Nom de l'article"_s);
     m_ui->gridPanel->Use(m_articleSource);
@@ -52,8 +53,10 @@ ListsPage::ListsPage(ShopDatabase &shop, QWidget *parent)
                 m_ui->listsTold->setText(id == 0 ? u"Sans métal"_s : u"Métal choisi : n° %1"_s.arg(id));
             });
     connect(m_ui->choice, &TCheckListBoxFK::OnClickCheck, this, &ListsPage::showChoice);
-    connect(&m_articleSource, &TDataSource::OnDataChange, this, &ListsPage::showArticle);
-    connect(&m_articleSource, &TDataSource::OnStateChange, this, &ListsPage::showArticle);
+    connect(m_ui->gridPanel, &GridPanel::ShownChanged, this,
+            [this] { m_shown.setDataSet(&m_ui->gridPanel->Shown()); });
+    connect(&m_shown, &TDataSource::OnDataChange, this, &ListsPage::showArticle);
+    connect(&m_shown, &TDataSource::OnStateChange, this, &ListsPage::showArticle);
 }
 
 ListsPage::~ListsPage() = default;
@@ -61,10 +64,10 @@ ListsPage::~ListsPage() = default;
 void ListsPage::connectButtons()
 {
     const std::pair<QPushButton *, std::function<void()>> works[] = {
-        {m_ui->priorArticle, [this] { m_articles.Prior(); }},
-        {m_ui->nextArticle, [this] { m_articles.Next(); }},
-        {m_ui->saveArticle, [this] { m_articles.Post(); }},
-        {m_ui->cancelArticle, [this] { m_articles.Cancel(); }},
+        {m_ui->priorArticle, [this] { m_shown.DataSet()->Prior(); }},
+        {m_ui->nextArticle, [this] { m_shown.DataSet()->Next(); }},
+        {m_ui->saveArticle, [this] { m_shown.DataSet()->Post(); }},
+        {m_ui->cancelArticle, [this] { m_shown.DataSet()->Cancel(); }},
         {m_ui->checkAll,
          [this] {
              m_ui->choice->ToutSelectionner();
@@ -115,13 +118,13 @@ void ListsPage::goToArticle()
 
 void ListsPage::showArticle()
 {
-    const bool isOpen = m_articles.Active();
-    const bool isEdited = isOpen && m_articles.State() != dsBrowse;
+    const auto &rows = *m_shown.DataSet();
+    const bool isEdited = rows.Active() && rows.State() != dsBrowse;
     m_ui->saveArticle->setEnabled(isEdited);
     m_ui->cancelArticle->setEnabled(isEdited);
-    m_ui->articleName->setText(isOpen ? m_articles.FieldByName(u"REFERENCE"_s).AsString() + u"   "_s +
-                                            m_articles.FieldByName(u"NOM"_s).AsString()
-                                      : QString());
+    m_ui->articleName->setText(rows.Active() ? rows.FieldByName(u"REFERENCE"_s).AsString() + u"   "_s +
+                                                   rows.FieldByName(u"NOM"_s).AsString()
+                                             : QString());
 }
 
 void ListsPage::showChoice()

@@ -42,6 +42,7 @@ private:
     ShopDatabase &m_shop;
     Zelmar01::TQuery m_articles, m_metals, m_list;
     Zelmar01::TDataSource m_articleSource, m_metalSource;
+    Zelmar01::TDataSource m_shown; ///< the rows of the grid, wherever they are
     const std::unique_ptr<Ui::ListsPage> m_ui;
     bool m_isLoaded = false;
 };

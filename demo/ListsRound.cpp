@@ -2,6 +2,7 @@
 
 #include "Hands.h"
 #include "MainWindow.h"
+#include "Money.h"
 #include "ShopDatabase.h"
 
 #include <Zelmar01/data/Query.h>
@@ -17,6 +18,8 @@
 #include <QLocale>
 #include <QMenu>
 #include <QPushButton>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 using namespace Zelmar01;
@@ -43,15 +46,13 @@ public:
         sort(u"PRIX"_s);
         QString report = u"Le moins cher : "_s + first() + u'\n';
         changePrice();
-        report += u"Changé : "_s +
-                  inDatabase(u"select NOM || ' ' || PRIX from article where ARTICLE_ID = "_s + m_key) + u'\n';
+        const auto changed = inDatabase(u"NOM, PRIX from article"_s);
+        report += u"Changé : %1 %2\n"_s.arg(changed->Fields()[0].AsString(),
+                                            AmountText(qRound64(changed->Fields()[1].AsFloat() * 100)));
         tryMany();
         giveMetal();
-        report += u"Métal : "_s +
-                  inDatabase(u"select LIBELLE from metal join article using (METAL_ID) "
-                             "where ARTICLE_ID = "_s +
-                             m_key) +
-                  u'\n';
+        const auto given = inDatabase(u"LIBELLE from metal join article using (METAL_ID)"_s);
+        report += u"Métal : "_s + given->Fields()[0].AsString() + u'\n';
         sortInMemory();
         report +=
             u"En mémoire : "_s + first() + u" ; "_s + Find<QLabel>(m_window, u"gridOrder"_s).text() + u'\n';
@@ -65,13 +66,21 @@ private:
     QString first() const
     {
         m_grid.DataSet()->First();
-        return m_grid.DataSet()->FieldByName(u"NOM"_s).AsString();
+        return current(u"NOM"_s);
+    }
+
+    QString current(const QString &field) const { return m_grid.DataSet()->FieldByName(field).AsString(); }
+
+    // The reference that stands above the grid.
+    QString shownArticle() const
+    {
+        return Find<QLabel>(m_window, u"articleName"_s).text().section(u' ', 0, 0);
     }
 
     // By the keyboard, as a user does, and on to the next row, which posts it.
     void changePrice()
     {
-        m_key = m_grid.DataSet()->FieldByName(u"ARTICLE_ID"_s).AsString();
+        m_key = current(u"ARTICLE_ID"_s);
         m_grid.setSelectedIndex(m_grid.ColumnByFieldName(u"PRIX"_s).Index());
         m_grid.setFocus();
         Press(m_grid, Qt::Key_F2);
@@ -102,8 +111,11 @@ private:
         choose(QLocale(QLocale::French).toString(100'000));
         if (find.count() != 100'000 || m_grid.DataSet()->RecordCount() != 100'000)
             Fail(u"les listes ne sont pas remplies"_s);
+        Find<QPushButton>(m_window, u"nextArticle"_s).click();
+        if (m_grid.DataSet()->RecNo() != 2 || shownArticle() != current(u"REFERENCE"_s))
+            Fail(u"l'article montré n'est pas celui de la grille"_s);
         choose(u"magasin"_s);
-        if (find.count() != before)
+        if (find.count() != before || shownArticle() != current(u"REFERENCE"_s))
             Fail(u"les articles du magasin ne sont pas revenus"_s);
     }
 
@@ -112,7 +124,7 @@ private:
         auto &find = Find<TComboBoxFk>(m_window, u"findArticle"_s);
         find.SelectionnerCle(m_key);
         emit find.activated(find.currentIndex());
-        if (m_grid.DataSet()->FieldByName(u"ARTICLE_ID"_s).AsString() != m_key)
+        if (current(u"ARTICLE_ID"_s) != m_key)
             Fail(u"l'article choisi n'est pas l'article courant"_s);
         Find<TDBComboBoxEditFk>(m_window, u"articleMetal"_s).SelectionnerCle(u"8"_s);
         Find<QPushButton>(m_window, u"saveArticle"_s).click();
@@ -140,12 +152,13 @@ private:
             Fail(u"les articles ne se laissent pas cocher"_s);
     }
 
-    QString inDatabase(const QString &sql)
+    // What became of the article that is changed.
+    std::unique_ptr<TQuery> inDatabase(const QString &what)
     {
-        TQuery query(nullptr, &m_database.Connection());
-        query.setCommandText(sql);
-        query.Open();
-        return query.Fields()[0].AsString();
+        auto query = std::make_unique<TQuery>(nullptr, &m_database.Connection());
+        query->setCommandText(u"select %1 where ARTICLE_ID = %2"_s.arg(what, m_key));
+        query->Open();
+        return query;
     }
 
     MainWindow &m_window;

@@ -28,7 +28,7 @@ namespace {
 constexpr auto refreshTime = 3s;
 
 #ifdef ZELMAR01_DEMO_JOB_RUNNER
-constexpr const char *builtRunner = ZELMAR01_DEMO_JOB_RUNNER; // in the build it is not beside this program
+constexpr const char *builtRunner = ZELMAR01_DEMO_JOB_RUNNER;
 #else
 constexpr const char *builtRunner = "";
 #endif
@@ -38,12 +38,14 @@ std::filesystem::path pathOf(const QString &name)
     return name.toStdU16String();
 }
 
-// The scheduler of a form finds its jobs and their runner by the variables of the environment.
-void chooseJobs(const QString &folder)
+TJobStoreOptions optionsOf(const QString &folder)
 {
-    qputenv("ZELMAR01_JOBS", QFile::encodeName(folder));
-    if (*builtRunner && !qEnvironmentVariableIsSet("ZELMAR01_JOB_RUNNER"))
-        qputenv("ZELMAR01_JOB_RUNNER", builtRunner);
+    TJobStoreOptions options;
+    options.Folder = pathOf(folder);
+    // In the build the runner is not beside this program, where it is found.
+    if (!qEnvironmentVariableIsSet("ZELMAR01_JOB_RUNNER") && QFile::exists(QFile::decodeName(builtRunner)))
+        options.Runner = builtRunner;
+    return options;
 }
 
 // The job that a shop needs first: a copy of its database, every night.
@@ -77,21 +79,21 @@ void makeBackup(TTaskItem &item, const ShopDatabase &shop)
 
 TasksPage::TasksPage(const ShopDatabase &shop, QWidget *parent)
     : QWidget(parent), m_shop(shop), m_folder(shop.Beside(u"taches"_s)),
+      m_store(std::make_shared<TJobStore>(optionsOf(m_folder))), m_scheduler(this, m_store),
       m_ui(std::make_unique<Ui::TasksPage>())
 {
-    chooseJobs(m_folder);
     m_ui->setupUi(this);
     setObjectName(u"tasks"_s);
     setFocusProxy(m_ui->jobs);
-    m_scheduler = m_ui->scheduler->Component();
+    m_ui->properties->Component()->setTaskScheduler(&m_scheduler);
     m_ui->jobs->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_canRun = !FindJobRunner({}).empty();
+    m_canRun = !FindJobRunner(optionsOf(m_folder).Runner).empty();
     if (!m_canRun)
         m_ui->runJob->setToolTip(
-            u"Le programme zelmar01-job-runner, qui exécute les tâches, est introuvable"_s);
+            QString::fromStdString(m_store->ExplainResult(TaskResult::ServiceNotInstalled).Words()));
     connectButtons();
     m_timer.setInterval(refreshTime);
-    connect(&m_timer, &QTimer::timeout, this, [this] { ShowingExceptions([this] { Refresh(); }); });
+    connect(&m_timer, &QTimer::timeout, this, &TasksPage::keepUp);
     follow();
 }
 
@@ -119,8 +121,18 @@ void TasksPage::connectButtons()
 void TasksPage::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    ShowingExceptions([this] { Refresh(); });
-    m_timer.start();
+    keepUp();
+}
+
+// A failure is told once, until the page is shown again: its message box would not keep the timer from the
+// next.
+void TasksPage::keepUp()
+{
+    m_timer.stop();
+    ShowingExceptions([this] {
+        Refresh();
+        m_timer.start();
+    });
 }
 
 void TasksPage::hideEvent(QHideEvent *event)
@@ -131,11 +143,11 @@ void TasksPage::hideEvent(QHideEvent *event)
 
 void TasksPage::Refresh()
 {
-    m_scheduler->Refresh();
+    m_scheduler.Refresh();
     const auto current = currentName();
     // Rows stay in their places as long as the jobs do.
-    for (int i = 0; i < m_scheduler->Count(); ++i) {
-        const auto row = ReadJobRow(*m_scheduler->Items(i));
+    for (int i = 0; i < m_scheduler.Count(); ++i) {
+        const auto row = ReadJobRow(*m_scheduler.Items(i));
         auto *item = m_ui->jobs->topLevelItem(i);
         if (!item) {
             item = new QTreeWidgetItem(m_ui->jobs);
@@ -147,8 +159,8 @@ void TasksPage::Refresh()
             item->setToolTip(column, texts[column]);
         }
     }
-    while (m_ui->jobs->topLevelItemCount() > m_scheduler->Count())
-        delete m_ui->jobs->takeTopLevelItem(m_scheduler->Count());
+    while (m_ui->jobs->topLevelItemCount() > m_scheduler.Count())
+        delete m_ui->jobs->takeTopLevelItem(m_scheduler.Count());
     select(current);
     showTicks();
     follow();
@@ -200,9 +212,9 @@ void TasksPage::addJob()
 {
     const auto first = u"Sauvegarde de la base"_s;
     auto name = first;
-    for (int number = 2; m_scheduler->ActivateTask(name); ++number)
+    for (int number = 2; m_scheduler.ActivateTask(name); ++number)
         name = u"%1 %2"_s.arg(first).arg(number);
-    auto *const item = m_scheduler->CreateNewItem(name);
+    auto *const item = m_scheduler.CreateNewItem(name);
     makeBackup(*item, m_shop);
     item->Save();
     Refresh();
@@ -213,7 +225,7 @@ void TasksPage::addJob()
 void TasksPage::runJob()
 {
     const auto name = currentName();
-    auto *const item = m_scheduler->ActivateTask(name);
+    auto *const item = m_scheduler.ActivateTask(name);
     if (!item)
         return Refresh(); // somebody else deleted it
     item->Activate();
@@ -237,7 +249,7 @@ void TasksPage::deleteJob()
     const auto name = currentName();
     if (MessageDlg(u"Supprimer la tâche « %1 » ?"_s.arg(name), mtConfirmation, mbYes | mbNo) != mbYes)
         return;
-    m_scheduler->DeleteTask(name);
+    m_scheduler.DeleteTask(name);
     Refresh();
     tell(u"« %1 » est supprimée."_s.arg(name));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Zelmar01/tasks/TaskScheduler.h>
+#include <Zelmar01/tasks/service/store/JobStore.h>
 
 #include <QTimer>
 #include <QWidget>
@@ -34,6 +35,7 @@ protected:
 
 private:
     void connectButtons();
+    void keepUp();
     void showTicks();
     void follow();
     QString currentName() const;
@@ -47,8 +49,9 @@ private:
 
     const ShopDatabase &m_shop;
     const QString m_folder; ///< of the jobs
+    const std::shared_ptr<Zelmar01::TJobStore> m_store;
+    Zelmar01::TTaskScheduler m_scheduler;
     const std::unique_ptr<Ui::TasksPage> m_ui;
-    Zelmar01::TTaskScheduler *m_scheduler = nullptr;
     QTimer m_timer;
     bool m_canRun = false;
 };

@@ -5,7 +5,7 @@ namespace Zelmar01 {
 void OleCheck(ITaskService &service, TTaskResult result)
 {
     if (Failed(result))
-        throw EOleSysError(service.DescribeResult(result), result);
+        throw EOleSysError(service.DescribeResult(result), result, service.ExplainResult(result));
 }
 
 QString Format(const QString &fmt, const QVariantList &args)

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QVariantList>
 
+#include <utility>
+
 namespace Zelmar01 {
 
 /// What TTaskScheduler raises, and TTaskItem::Activate.
@@ -37,12 +39,13 @@ public:
     using Exception::Exception;
 };
 
-/// A call of the task service that failed: what() is what the service says of the result code.
+/// A call of the task service that failed: what() is what the service says of the result code, and the cause
+/// what it knows beyond that.
 class EOleSysError : public Exception
 {
 public:
-    EOleSysError(const std::string &message, TTaskResult errorCode)
-        : Exception(message), m_errorCode(errorCode)
+    EOleSysError(const std::string &message, TTaskResult errorCode, TSystemCause cause = {})
+        : Exception(message, std::move(cause)), m_errorCode(errorCode)
     {
     }
 

@@ -78,6 +78,17 @@ QDate dateOf(int year, int month, int day)
     return date.isValid() ? date : QDate::currentDate();
 }
 
+QTime timeOf(int hour, int minute)
+{
+    const QTime time(hour, minute);
+    return time.isValid() ? time : QTime(0, 0);
+}
+
+QString unknownKind()
+{
+    return TTriggerEditor::tr("Ce type de déclencheur est inconnu : choisissez une fréquence.");
+}
+
 void setFlag(TASK_TRIGGER &trigger, std::uint32_t flag, bool on)
 {
     trigger.rgFlags = on ? trigger.rgFlags | flag : trigger.rgFlags & ~flag;
@@ -225,9 +236,14 @@ QWidget *TTriggerEditor::makeRepetition()
     return repetition;
 }
 
+bool TTriggerEditor::kindIsKnown() const
+{
+    return m_kind->currentIndex() >= 0;
+}
+
 TASK_TRIGGER_TYPE TTriggerEditor::kind() const
 {
-    return static_cast<TASK_TRIGGER_TYPE>(m_kind->currentIndex());
+    return kindIsKnown() ? static_cast<TASK_TRIGGER_TYPE>(m_kind->currentIndex()) : m_base.TriggerType;
 }
 
 void TTriggerEditor::SetTrigger(const TASK_TRIGGER &trigger)
@@ -235,7 +251,7 @@ void TTriggerEditor::SetTrigger(const TASK_TRIGGER &trigger)
     const QScopedValueRollback showing(m_showing, true);
     m_base = trigger;
     m_kind->setCurrentIndex(static_cast<int>(trigger.TriggerType));
-    m_time->setTime(QTime(trigger.wStartHour, trigger.wStartMinute));
+    m_time->setTime(timeOf(trigger.wStartHour, trigger.wStartMinute));
     m_begin->setDate(dateOf(trigger.wBeginYear, trigger.wBeginMonth, trigger.wBeginDay));
     m_hasEnd->setChecked(trigger.rgFlags & TriggerFlag::HasEndDate);
     m_end->setDate(m_hasEnd->isChecked() ? dateOf(trigger.wEndYear, trigger.wEndMonth, trigger.wEndDay)
@@ -288,7 +304,8 @@ TASK_TRIGGER TTriggerEditor::Trigger() const
         trigger.MinutesDuration = 0;
     setFlag(trigger, TriggerFlag::KillAtDurationEnd, m_kill->isChecked());
 
-    trigger.Type.Words = {};
+    if (kindIsKnown())
+        trigger.Type.Words = {};
     switch (kind()) {
     case TASK_TIME_TRIGGER_DAILY:
         trigger.Type.Daily = {word(static_cast<unsigned>(m_days->value()))};
@@ -314,12 +331,16 @@ void TTriggerEditor::Check() const
 {
     const auto trigger = Trigger();
     const auto kindNow = kind();
+    if (!kindIsKnown())
+        throw ERefusedValue(unknownKind(), m_kind);
     if (m_hasEnd->isChecked() && m_end->date() < m_begin->date())
         throw ERefusedValue(tr("Le dernier jour ne peut pas précéder le premier."), m_end);
     if (trigger.MinutesInterval > 0 && trigger.MinutesDuration <= trigger.MinutesInterval)
         throw ERefusedValue(tr("La répétition doit durer plus longtemps que son intervalle."), m_duration);
     if (kindNow == TASK_TIME_TRIGGER_WEEKLY && m_weekDays->Mask() == 0)
         throw ERefusedValue(tr("Choisissez au moins un jour de la semaine."), m_weekDays);
+    if (kindNow == TASK_TIME_TRIGGER_MONTHLYDOW && m_which->currentIndex() < 0)
+        throw ERefusedValue(tr("La semaine du mois n'existe pas : choisissez-en une."), m_which);
     if (kindNow == TASK_TIME_TRIGGER_MONTHLYDOW && m_dowDays->Mask() == 0)
         throw ERefusedValue(tr("Choisissez au moins un jour de la semaine."), m_dowDays);
     if (kindNow == TASK_TIME_TRIGGER_MONTHLYDATE && m_monthDays->Mask() == 0)
@@ -350,9 +371,10 @@ void TTriggerEditor::fieldChanged()
 void TTriggerEditor::enableFields()
 {
     const bool onEvent = kind() >= TASK_EVENT_TRIGGER_ON_IDLE;
-    m_details->setCurrentIndex(std::min(m_kind->currentIndex(), m_details->count() - 1));
+    m_details->setCurrentIndex(onEvent ? m_details->count() - 1 : static_cast<int>(kind()));
     m_event->setText(
-        kind() == TASK_EVENT_TRIGGER_AT_SYSTEMSTART
+        !kindIsKnown() ? unknownKind()
+        : kind() == TASK_EVENT_TRIGGER_AT_SYSTEMSTART
             ? tr("La tâche démarre avec le système et non à une heure.")
             : tr("Ce système n'annonce pas cet événement : la tâche n'y démarre pas d'elle-même."));
     m_time->setEnabled(!onEvent);

@@ -43,6 +43,8 @@ private:
     QWidget *makeMonthlyDate();
     QWidget *makeMonthlyDow();
     QWidget *makeRepetition();
+    /// A trigger that was read may be of none of the kinds; it has none chosen.
+    bool kindIsKnown() const;
     TASK_TRIGGER_TYPE kind() const;
     void kindChosen();
     void fieldChanged();

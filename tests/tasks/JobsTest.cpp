@@ -1,5 +1,7 @@
 #include "JobFolderFixture.h"
 
+#include <support/Environment.h>
+
 #include <filesystem>
 
 using namespace Zelmar01;
@@ -61,6 +63,35 @@ TEST_F(JobFolderTest, aJobLivesFromItsSaveToItsDeletion)
     } catch (const EOleSysError &error) {
         EXPECT_EQ(error.ErrorCode(), TaskResult::FileNotFound);
         EXPECT_STREQ(error.what(), "Le fichier n'existe pas.");
+    }
+}
+
+TEST_F(JobFolderTest, aMissingRunnerIsNamedWithTheWayOut)
+{
+    const struct
+    {
+        const char *Option, *Variable, *Text, *Remedy; // parts of the cause
+    } cases[] = {
+        {"", "/none/runner", "/none/runner", "ZELMAR01_JOB_RUNNER"},
+        {"/none/own", "/none/runner", "/none/own", "zelmar01-job-runner"},
+        {"", "", "zelmar01-job-runner", "ZELMAR01_JOB_RUNNER"},
+    };
+    makeJob(u"Export"_s);
+    const EnvironmentSetting path("PATH", "/none");
+    for (const auto &row : cases) {
+        const EnvironmentSetting variable("ZELMAR01_JOB_RUNNER", row.Variable);
+        TTaskScheduler scheduler(
+            nullptr, std::make_shared<TJobStore>(TJobStoreOptions{m_store->Folder(), row.Option, {}, {}}));
+        auto &item = *scheduler.ActivateTask(u"Export"_s);
+        item.Activate();
+        try {
+            item.Run();
+            ADD_FAILURE() << "run by nobody";
+        } catch (const EOleSysError &error) {
+            EXPECT_EQ(error.ErrorCode(), TaskResult::ServiceNotInstalled);
+            EXPECT_NE(error.Cause().Text.find(row.Text), std::string::npos) << error.Cause().Text;
+            EXPECT_NE(error.Cause().Remedy.find(row.Remedy), std::string::npos) << error.Cause().Remedy;
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <Zelmar01/tasks/TaskSheets.h>
 #include <Zelmar01/tasks/UseTaskSheets.h>
+#include <Zelmar01/tasks/service/store/JobFolder.h>
 #include <Zelmar01/tasks/service/store/JobPage.h>
 
 #include <QApplication>
@@ -88,6 +89,7 @@ struct TRefusalCase
     std::function<void(const TSheet &)> Change;
     const char *Message;
     int Page;
+    std::function<void(TASK_TRIGGER &)> Foreign = {}; // what another program has made of the job's trigger
 };
 const TRefusalCase refusalCases[] = {
     {[](const TSheet &sheet) { sheet.Type("program", u"  "_s); },
@@ -126,6 +128,15 @@ const TRefusalCase refusalCases[] = {
          sheet.Choose("limitUnit", 2);
      },
      "Une tâche limitée peut durer 49 jours au plus.", 2},
+    {[](const TSheet &sheet) { sheet.Check("active", false); },
+     "Ce type de déclencheur est inconnu : choisissez une fréquence.", 1,
+     [](TASK_TRIGGER &trigger) { trigger.TriggerType = static_cast<TASK_TRIGGER_TYPE>(9); }},
+    {[](const TSheet &sheet) { sheet.Check("active", false); },
+     "La semaine du mois n'existe pas : choisissez-en une.", 1,
+     [](TASK_TRIGGER &trigger) {
+         trigger.TriggerType = TASK_TIME_TRIGGER_MONTHLYDOW;
+         trigger.Type.MonthlyDOW = {6, TriggerMask::AllWeekdays, TriggerMask::AllMonths};
+     }},
 };
 
 class SheetTest : public JobFolderTest
@@ -165,6 +176,16 @@ protected:
     {
         use(std::move(work));
         return m_dialog.Execute();
+    }
+
+    void changeFile(TTaskItem &item, const std::function<void(TASK_TRIGGER &)> &change)
+    {
+        const TJobFolder folder(m_store->Folder());
+        TJob job;
+        ASSERT_EQ(folder.Load(u"Export.job", job), TaskResult::Ok);
+        change(job.Triggers[0]);
+        ASSERT_EQ(folder.Store(u"Export.job", job), TaskResult::Ok);
+        item.Activate();
     }
 
     QStringList m_shown; // errors
@@ -301,7 +322,11 @@ TEST_F(SheetTest, refusesWhatCouldNeverRunAndStaysOpen)
 {
     auto &item = makeJob(u"Export"_s);
     for (const auto &refusal : refusalCases) {
+        SCOPED_TRACE(refusal.Message);
         m_shown.clear();
+        if (refusal.Foreign)
+            changeFile(item, refusal.Foreign);
+        const auto type = item.Triggers()[0].GetType();
         EXPECT_FALSE(execute([&](const TSheet &sheet) {
             refusal.Change(sheet);
             sheet.Press(u"OK"_s);
@@ -309,7 +334,7 @@ TEST_F(SheetTest, refusesWhatCouldNeverRunAndStaysOpen)
             EXPECT_EQ(sheet.Find<QTabWidget>("sheetTabs").currentIndex(), refusal.Page);
         }));
         EXPECT_EQ(m_shown, QStringList{QString::fromUtf8(refusal.Message)});
-        EXPECT_EQ(item.Triggers()[0].GetType(), ttDaily);
+        EXPECT_EQ(item.Triggers()[0].GetType(), type);
         EXPECT_EQ(item.ApplicationName(), u"/bin/true"_s);
     }
 }

@@ -1,4 +1,5 @@
 #include <Zelmar01/tasks/service/store/CommandLine.h>
+#include <Zelmar01/tasks/service/store/JobFolder.h>
 
 #include <support/TempFolder.h>
 
@@ -14,6 +15,7 @@
 #include <fstream>
 
 using namespace Qt::StringLiterals;
+using namespace Zelmar01;
 
 namespace {
 
@@ -79,7 +81,7 @@ protected:
     TResult run(const char16_t *line)
     {
         QStringList arguments;
-        for (const auto &word : Zelmar01::SplitParameters(line))
+        for (const auto &word : SplitParameters(line))
             arguments << QString::fromStdU16String(word);
         return run(arguments);
     }
@@ -212,6 +214,44 @@ TEST_F(JobsTool, GoesThroughTheLifeOfAJob)
     EXPECT_EQ(content("jobs/damaged.job"), u"damaged"_s);
     expectDone(u"delete Été");
     EXPECT_EQ(run(u"show Été").Exit, 1);
+}
+
+// Other programs write 0 where this one writes "none".
+TEST_F(JobsTool, ShowsALimitInWords)
+{
+    const struct
+    {
+        std::uint32_t Limit;
+        QString Words;
+        QJsonValue Json;
+    } cases[] = {{0, u"aucune"_s, {}}, {UnlimitedRunTime, u"aucune"_s, {}}, {300'000, u"5 min"_s, 300'000}};
+    expectDone(u"create a --program true");
+    const TJobFolder folder(m_folder / "jobs");
+    for (const auto &row : cases) {
+        TJob job;
+        ASSERT_EQ(folder.Load(u"a.job", job), TaskResult::Ok);
+        job.MaxRunTime = row.Limit;
+        ASSERT_EQ(folder.Store(u"a.job", job), TaskResult::Ok);
+        const auto shown = run(u"show a").Output;
+        EXPECT_TRUE(shown.contains(u"durée maximale : %1\n"_s.arg(row.Words))) << shown.toStdString();
+        EXPECT_EQ(run(u"show a --json").Json().object()["maxRunTime"_L1], row.Json);
+    }
+}
+
+TEST_F(JobsTool, SaysWhichRunnerItMisses)
+{
+    m_environment << u"ZELMAR01_JOB_RUNNER="_s + path("none");
+    const auto now = QDateTime::currentDateTimeUtc();
+    ASSERT_EQ(run({u"create"_s, u"a"_s, u"--program"_s, u"true"_s, u"--trigger"_s,
+                   u"once "_s + now.toString(u"yyyy-MM-ddTHH:mm"_s)})
+                  .Exit,
+              0);
+    write("jobs/.zelmar01/ticks", u"last %1\n"_s.arg(now.toSecsSinceEpoch() - 120));
+    for (const auto *line : {u"run a", u"tick"}) {
+        const auto errors = run(line).Errors;
+        EXPECT_TRUE(errors.contains(path("none"))) << errors.toStdString();
+        EXPECT_TRUE(errors.contains(u"  remède : "_s)) << errors.toStdString();
+    }
 }
 
 TEST_F(JobsTool, InstallsACronLineThatTicks)

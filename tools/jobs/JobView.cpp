@@ -36,7 +36,16 @@ void Require(ITaskService &service, TTaskResult result, const QString &subject)
         throw EJob(u"« %1 » : %2 (%3)"_s
                        .arg(subject, QString::fromStdString(service.DescribeResult(result)),
                             QString::fromStdString(ResultName(result)))
-                       .toStdString());
+                       .toStdString(),
+                   service.ExplainResult(result));
+}
+
+void WriteCause(QTextStream &err, const TSystemCause &cause)
+{
+    if (!cause.Text.empty())
+        err << "  cause : " << QString::fromStdString(cause.Text) << '\n';
+    if (!cause.Remedy.empty())
+        err << u"  remède : "_s << QString::fromStdString(cause.Remedy) << '\n';
 }
 
 QString TitleOf(std::u16string_view file)
@@ -164,8 +173,7 @@ QJsonObject TJobView::Everything() const
     object.insert(u"creator"_s, Creator);
     object.insert(u"account"_s, Account);
     object.insert(u"priority"_s, qint64(Priority));
-    object.insert(u"maxRunTime"_s,
-                  MaxRunTime == UnlimitedRunTime ? QJsonValue() : QJsonValue(qint64(MaxRunTime)));
+    object.insert(u"maxRunTime"_s, IsLimited() ? QJsonValue(qint64(MaxRunTime)) : QJsonValue());
     object.insert(u"flags"_s, flags);
     QJsonArray triggers;
     for (const auto &trigger : Triggers)

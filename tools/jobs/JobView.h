@@ -5,13 +5,15 @@
 
 #include <QJsonObject>
 #include <QString>
+#include <QTextStream>
 
 #include <memory>
 #include <vector>
 
 namespace Zelmar01 {
 
-/// A result that the tool cannot go on with. what() names the job and the reason.
+/// A result that the tool cannot go on with. what() names the job and the reason, the cause what the service
+/// knows beyond that.
 class EJob : public Exception
 {
 public:
@@ -20,6 +22,9 @@ public:
 
 /// Raises EJob for a failure.
 void Require(ITaskService &service, TTaskResult result, const QString &subject);
+
+/// Writes a cause and its remedy below the line of a failure; of an empty one nothing.
+void WriteCause(QTextStream &err, const TSystemCause &cause);
 
 /// A job's name without its ".job".
 QString TitleOf(std::u16string_view file);
@@ -50,6 +55,7 @@ public:
     TTaskResult Status = TaskResult::Ok, NextResult = TaskResult::Ok, ExitResult = TaskResult::Ok;
     SYSTEMTIME NextRun, LastRun;
 
+    bool IsLimited() const { return MaxRunTime != 0 && MaxRunTime != UnlimitedRunTime; }
     /// The status in words.
     QString StatusText() const;
     /// How the last run went, in words; empty when there was none.

@@ -144,9 +144,8 @@ private:
         line(u"commentaire"_s, job.Comment);
         line(u"auteur"_s, job.Creator);
         line(u"compte"_s, job.Account);
-        line(u"durée maximale"_s, job.MaxRunTime == UnlimitedRunTime
-                                      ? u"aucune"_s
-                                      : u"%1 min"_s.arg(double(job.MaxRunTime) / 60'000));
+        line(u"durée maximale"_s,
+             job.IsLimited() ? u"%1 min"_s.arg(double(job.MaxRunTime) / 60'000) : u"aucune"_s);
         line(u"indicateurs"_s, flags.join(u", "_s));
         line(u"état"_s, job.StatusText());
         line(u"prochaine exécution"_s, job.NextResult == TaskResult::Ok

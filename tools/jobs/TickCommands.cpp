@@ -3,10 +3,13 @@
 #include "JobView.h"
 #include "TickEngine.h"
 
+#include <Zelmar01/tasks/service/store/JobStore.h>
 #include <Zelmar01/tasks/service/store/Tick.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -71,6 +74,11 @@ QString lineOf(const TJobEvent &event)
     return line;
 }
 
+bool lacksRunner(const TJobEvent &event)
+{
+    return event.Kind == TJobEvent::StartFailed && event.Value == TaskResult::ServiceNotInstalled;
+}
+
 QJsonObject jsonOf(const TJobEvent &event)
 {
     return {{u"at"_s, IsoInstant(event.At)},
@@ -110,6 +118,8 @@ TExit RunTickCommand(const TJobsToolOptions &options, QTextStream &out, QTextStr
     for (const auto &event : report.Events)
         if (event.IsProblem() || (options.Verbose && !options.Json))
             (event.IsProblem() ? err : out) << lineOf(event) << '\n';
+    if (std::ranges::any_of(report.Events, lacksRunner))
+        WriteCause(err, TJobStore().ExplainResult(TaskResult::ServiceNotInstalled));
     if (options.Json)
         out << QJsonDocument(jsonOf(report.Events)).toJson();
     return isDone ? TExit::Done : TExit::Failed;

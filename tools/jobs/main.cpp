@@ -1,3 +1,4 @@
+#include "JobView.h"
 #include "JobsTool.h"
 
 #include "../print/FrenchParserTexts.h"
@@ -26,6 +27,8 @@ int main(int argc, char **argv)
         result = TExit::WrongUsage;
     } catch (const std::exception &error) {
         err << QString::fromUtf8(error.what()) << '\n';
+        if (const auto *cause = CauseOf(error))
+            WriteCause(err, *cause);
     }
     out.flush();
     if (out.status() != QTextStream::Ok && result == TExit::Done)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Zelmar01/core/Exceptions.h>
 #include <Zelmar01/tasks/service/TaskInterfaces.h>
 
 #include <cstdint>
@@ -67,6 +68,10 @@ public:
     /// What a result of this service says to a person, in UTF-8: the system's own words, or those of
     /// ResultText. Never empty.
     virtual std::string DescribeResult(TTaskResult result) = 0;
+
+    /// What is behind a failure just met, and the way out, where this service knows more than
+    /// DescribeResult() says; empty elsewhere.
+    virtual TSystemCause ExplainResult(TTaskResult) { return {}; }
 };
 
 } // namespace Zelmar01

@@ -1,10 +1,12 @@
 #include <Zelmar01/tasks/service/store/JobStore.h>
 
 #include <Zelmar01/core/Translation.h>
+#include <Zelmar01/tasks/service/store/JobControl.h>
 #include <Zelmar01/tasks/service/store/JobPage.h>
 #include <Zelmar01/tasks/service/store/StoreContext.h>
 #include <Zelmar01/tasks/service/store/StoredScheduler.h>
 
+#include <cerrno>
 #include <chrono>
 
 namespace Zelmar01 {
@@ -62,6 +64,28 @@ std::string TJobStore::DescribeResult(TTaskResult result)
 {
     auto text = ResultText(result);
     return text.empty() ? Filled(Translate("Zelmar01", "Erreur %1"), {ResultName(result)}) : text;
+}
+
+TSystemCause TJobStore::ExplainResult(TTaskResult result)
+{
+    if (result != TaskResult::ServiceNotInstalled)
+        return {};
+    const auto runner = FindJobRunner(m_context->Runner);
+    if (runner.empty())
+        return {0,
+                Translate("Zelmar01",
+                          "Le programme zelmar01-job-runner, qui exécute les tâches, est introuvable"),
+                Translate("Zelmar01",
+                          "mettre zelmar01-job-runner à côté de ce programme ou dans un dossier du "
+                          "PATH, ou indiquer son chemin par ZELMAR01_JOB_RUNNER")};
+    std::error_code error;
+    if (exists(runner, error)) // the result is an old one, from the job's file
+        return {};
+    auto cause = CauseFromErrno(ENOENT, runner.string());
+    cause.Remedy = m_context->Runner.empty()
+                       ? Translate("Zelmar01", "corriger ou retirer la variable ZELMAR01_JOB_RUNNER")
+                       : Translate("Zelmar01", "y mettre le programme zelmar01-job-runner");
+    return cause;
 }
 
 } // namespace Zelmar01

@@ -41,6 +41,8 @@ public:
     /// Leaves it to what SetJobSheet() (JobPage.h) has set; below 0 without it.
     std::intptr_t ShowSheet(const TPropertySheet &sheet) override;
     std::string DescribeResult(TTaskResult result) override;
+    /// Of ServiceNotInstalled, which says here that a job has no runner: which one is missing.
+    TSystemCause ExplainResult(TTaskResult result) override;
 
 private:
     std::shared_ptr<TStoreContext> m_context;
