@@ -12,7 +12,8 @@ class TLeaveCheck;
 ///
 /// The value in force is EditValue(). What the user types becomes the value on Enter and when the edit is
 /// left, and is then shown in its usual form; a text that stands for no value is refused: the focus stays in
-/// the edit, with a message. Escape gives back the value in force. While the edit has the focus it may show
+/// the edit, with a message. A click on a button is not held up, though: a dialog reads EditValue(), which
+/// raises, before it closes. Escape gives back the value in force. While the edit has the focus it may show
 /// the value in a form that is easier to type. A click into it selects all, as the Tab key does.
 class TValueEdit : public QLineEdit
 {

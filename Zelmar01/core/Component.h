@@ -10,7 +10,8 @@ namespace Zelmar01 {
 /// properties in any order. It is therefore loading until its owner is polished (which happens just before
 /// the form is first shown) or until Loaded() is called, whichever comes first. While a component is loading,
 /// an error in a property goes to the exception display; afterwards it is raised. A component with another
-/// owner, with none, or with one that is already on screen, is never loading.
+/// owner, with none, or with one that is already on screen, is never loading. One that is moved while it is
+/// loading goes on with its new owner when the event loop runs.
 class TComponent : public QObject
 {
     Q_OBJECT
@@ -27,6 +28,8 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void followOwner();
+
     bool m_loading = false;
 };
 

@@ -71,6 +71,8 @@ void TConnection::setCommandTimeout(int seconds)
 
 void TConnection::Open()
 {
+    if (m_rolledBack)
+        throw EDatabaseError(tr("La base de données a annulé la transaction").toStdString(), *m_rolledBack);
     if (Connected())
         return;
     if (InTransaction())
@@ -232,8 +234,19 @@ void TConnection::failOfHandle()
 void TConnection::refuse(const QSqlError &error)
 {
     requireAlive(error);
-    throw EDatabaseError(tr("La base de données a refusé l'opération").toStdString(),
-                         {0, error.text().toStdString(), {}});
+    const TSystemCause cause{0, error.text().toStdString(), {}};
+    if (isRolledBack()) {
+        m_rolledBack = cause;
+        m_prepared.reset();
+    }
+    throw EDatabaseError(tr("La base de données a refusé l'opération").toStdString(), cause);
+}
+
+// SQLite does not say so, and would keep whatever follows. It begins no transaction inside another.
+bool TConnection::isRolledBack() const
+{
+    return InTransaction() && handle().driverName() == u"QSQLITE" && tell(QStringLiteral("begin")) &&
+           tell(QStringLiteral("rollback"));
 }
 
 void TConnection::requireAlive(const QSqlError &error)
@@ -290,7 +303,10 @@ void TConnection::commit()
 void TConnection::rollback()
 {
     --m_depth;
-    if (!Connected())
+    const bool isOver = !Connected() || m_rolledBack;
+    if (m_depth == 0)
+        m_rolledBack.reset();
+    if (isOver)
         return;
     bool done = false;
     if (m_depth == 0)

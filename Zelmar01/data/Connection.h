@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Zelmar01/core/Component.h>
+#include <Zelmar01/core/Exceptions.h>
 
 #include <QSqlDatabase>
 #include <QString>
@@ -25,7 +26,8 @@ enum TEngine { enSQLite, enPostgreSQL, enSQLServer, enOther };
 ///
 /// Opening is left to the first operation that needs it. When the server has gone away the operation that
 /// meets this fails, and the next one connects again; a transaction that was open is lost, and everything
-/// fails until its scopes have been left.
+/// fails until its scopes have been left. So it is when SQLite rolls a transaction back by itself, as it may
+/// on a full disk.
 class TConnection : public TComponent
 {
     Q_OBJECT
@@ -109,6 +111,7 @@ private:
     [[noreturn]] void fail(QSqlQuery &query);
     [[noreturn]] void failOfHandle();
     [[noreturn]] void refuse(const QSqlError &error);
+    bool isRolledBack() const;
     void requireAlive(const QSqlError &error);
     bool isLost() const;
     QSqlDatabase handle() const { return QSqlDatabase::database(m_connectionName, false); }
@@ -126,6 +129,7 @@ private:
     int m_connectionTimeout = 15;
     int m_commandTimeout = 30;
     int m_depth = 0; // scopes of transactions in one another; without a connection, those of a lost one
+    std::optional<TSystemCause> m_rolledBack; // why the engine did so, while such scopes are left
     // The last command with values of this transaction, which is likely to be run again with others.
     std::unique_ptr<QSqlQuery> m_prepared;
     QString m_preparedSql;

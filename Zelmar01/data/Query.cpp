@@ -39,6 +39,14 @@ QString lookupName(const QString &written, const QSqlDatabase &database)
     return names.join(u'.');
 }
 
+QStringList namesOf(const TFieldDefs &defs)
+{
+    QStringList names;
+    for (const auto &def : defs)
+        names << def.Name;
+    return names;
+}
+
 } // namespace
 
 TQuery::TQuery(QObject *owner, TConnection *connection) : TDataSet(owner), m_connection(connection) {}
@@ -101,6 +109,9 @@ TQuery::TAnswer TQuery::ask(const QString &commandText)
 TFieldDefs TQuery::readRows(std::unique_ptr<TRows> &rows)
 {
     auto answer = m_answer ? *std::exchange(m_answer, std::nullopt) : ask(m_commandText);
+    // The table may have got its key, or other columns, since the query was last open.
+    if (m_target && (m_target->Table.isEmpty() || m_target->Fields != namesOf(answer.Defs)))
+        m_target.reset();
     rows = std::move(answer.Rows);
     return std::move(answer.Defs);
 }
@@ -131,6 +142,8 @@ TQuery::TTarget TQuery::findTarget() const
         auto primary = m_connection->Database().primaryIndex(name);
         if (primary.isEmpty())
             primary = m_connection->Database().primaryIndex(name);
+        if (primary.isEmpty())
+            m_connection->requireAlive({});
         for (int i = 0; i < primary.count(); ++i)
             keys << primary.fieldName(i);
     }
@@ -140,8 +153,10 @@ TQuery::TTarget TQuery::findTarget() const
             return target; // the key is not shown
         target.Keys.push_back(field->Index());
     }
-    for (int i = 0; i < Fields().Count(); ++i)
-        target.InTable.push_back(columns.contains(Fields()[i].FieldName()));
+    for (int i = 0; i < Fields().Count(); ++i) {
+        target.Fields << Fields()[i].FieldName();
+        target.InTable.push_back(columns.contains(target.Fields.back()));
+    }
     if (!target.Keys.empty())
         target.Table = table;
     return target;

@@ -4,6 +4,7 @@
 #include <Zelmar01/data/DataSet.h>
 
 #include <QPointer>
+#include <QStringList>
 
 namespace Zelmar01 {
 
@@ -42,9 +43,17 @@ public:
     /// The table that changes go to, as an SQL text names it, and the fields that identify its rows
     /// (separated by ";"), when they are not to be found by themselves.
     QString TableName() const { return m_tableName; }
-    void setTableName(const QString &name) { m_tableName = name; }
+    void setTableName(const QString &name)
+    {
+        m_tableName = name;
+        m_target.reset();
+    }
     QString KeyFields() const { return m_keyFields; }
-    void setKeyFields(const QString &fields) { m_keyFields = fields; }
+    void setKeyFields(const QString &fields)
+    {
+        m_keyFields = fields;
+        m_target.reset();
+    }
 
     bool CanModify() const override;
 
@@ -61,6 +70,7 @@ private:
         QString Table;
         std::vector<int> Keys;
         std::vector<bool> InTable; // fields that are columns of the table
+        QStringList Fields;        // those that it was found for
         bool IsKnown = true;       // false when the database did not name its columns
     };
     /// What a command text gives.

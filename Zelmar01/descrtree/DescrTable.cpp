@@ -76,13 +76,14 @@ bool TDescrTable::IsFree(const QString &code) const
 
 void TDescrTable::Change(const std::function<void()> &work)
 {
+    m_hasChanged = m_mayBeMade = false;
     m_query.Open();
     m_query.MoveBy(0); // what the host is editing is posted apart from this
     const int place = m_query.RecNo();
-    m_hasChanged = false;
     try {
         TTransaction transaction(m_query.RequireConnection());
         work();
+        m_mayBeMade = true;
         transaction.Commit();
     } catch (...) {
         undo(place);

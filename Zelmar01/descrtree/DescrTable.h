@@ -35,6 +35,8 @@ public:
     /// come to its end. When anything fails the database is as it was, and so is the query: not in edit or
     /// insert state, closed if it cannot be read again. A record that the host was editing is posted first.
     void Change(const std::function<void()> &work);
+    /// Whether the last change may have been made although it failed: it was the commit that failed.
+    bool MayBeMade() const { return m_mayBeMade; }
 
     // The steps of a change.
 
@@ -62,6 +64,7 @@ private:
 
     TQuery &m_query;
     bool m_hasChanged = false; // rows that the query holds, since the transaction began
+    bool m_mayBeMade = false;
 };
 
 /// The name of the column with the identifiers.

@@ -219,11 +219,16 @@ bool TTreeViewDescr::RemettreObjetsDepuisFichier(const QString &fichier)
         throw EInvalidOperation(tr("L'arbre « %1 » n'est pas chargé").arg(objectName()).toStdString());
     TDescrTree tree(Arbre()->RootText(), ReadObjectFile(fichier));
     requireSameNodes(*Arbre(), tree, m_model.Rule(), fichier);
+    replace(std::move(tree));
+    return true;
+}
+
+void TTreeViewDescr::replace(TDescrTree tree)
+{
     EnregistrerConfiguration();
     LibereMemoire();
     m_model.SetTree(std::move(tree));
     ReproduireConfiguration();
-    return true;
 }
 
 void TTreeViewDescr::AssocierImage(TNode node)

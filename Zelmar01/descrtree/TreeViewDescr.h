@@ -22,8 +22,9 @@ namespace Zelmar01 {
 /// A host links Requete to a query on the table, gives it a connection and calls MettreAJourArbre(). From
 /// then on tree, table and cache files stay in step as long as changes go through this tree: a change is
 /// written to the database first, in one transaction in which the cache files are removed too, and shown when
-/// it is committed. Levels that others add or delete are noticed at the next MettreAJourArbre(), which
-/// compares the number of rows; other changes of others are not, and want a forced one.
+/// it is committed; when the commit fails, what the database then has is shown. Levels that others add or
+/// delete are noticed at the next MettreAJourArbre(), which compares the number of rows; other changes of
+/// others are not, and want a forced one.
 ///
 /// A node is a number (see TDescrTree), good until it is deleted or the tree is loaded again; NoNode stands
 /// for none. The user's selection is the view's current index.
@@ -187,6 +188,7 @@ private:
     TDescrTree loaded(bool forcer, std::exception_ptr &trouble, TUncarried &uncarried) const;
     std::optional<TDescrTree> cached(const TDescrTable &table, std::exception_ptr &trouble) const;
     TUncarried writeCache(const TDescrRows &rows) const;
+    void replace(TDescrTree tree);
     void reopen();
     void select(TNode node);
 
@@ -194,7 +196,8 @@ private:
     TParentCode codeAbove(TNode parent) const;
     bool canAdd(TNode parent, const QString &code, TMessage noMore) const;
     void add(TNode parent, const TDescr &level);
-    void change(TDescrTable &table, const std::function<void()> &work) const;
+    void change(TDescrTable &table, const std::function<void()> &work);
+    void showLevelsOf(const TDescrTable &table);
     TWritten rewrite(TNode node, const TDescr &level);
     void setLongLabels(const TDescrTable::TLongLabels &labels);
 

@@ -20,6 +20,19 @@ bool isSame(const QString &a, const QString &b)
     return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
+// The same levels in the same order.
+bool isSame(const TDescrTree &one, const TDescrTree &other)
+{
+    auto a = TDescrTree::Root, b = TDescrTree::Root;
+    while (a != TDescrTree::None && b != TDescrTree::None) {
+        if (one.Descr(a) != other.Descr(b))
+            return false;
+        a = one.Next(a);
+        b = other.Next(b);
+    }
+    return a == b;
+}
+
 } // namespace
 
 // None for a department.
@@ -98,12 +111,28 @@ void TTreeViewDescr::add(TNode parent, const TDescr &level)
 
 // The cache files go before the commit: should the machine stop in between, they are made anew, and an old
 // label never comes back.
-void TTreeViewDescr::change(TDescrTable &source, const std::function<void()> &work) const
-{
+void TTreeViewDescr::change(TDescrTable &source, const std::function<void()> &work)
+try {
     source.Change([&] {
         work();
         RemoveCacheFiles(cacheFiles());
     });
+} catch (...) {
+    if (source.MayBeMade())
+        showLevelsOf(source);
+    throw;
+}
+
+// The error that led here is the one to be told, not that the levels cannot be read.
+void TTreeViewDescr::showLevelsOf(const TDescrTable &source)
+try {
+    if (!Arbre())
+        return;
+    TDescrTree tree(Arbre()->RootText(), source.Levels());
+    if (!isSame(*Arbre(), tree))
+        replace(std::move(tree));
+} catch (const Exception &) {
+    return; // the next load shows them
 }
 
 void TTreeViewDescr::MettreAJourNoeud(int id, const QString &code, const QString &libelle,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Zelmar01/core/Pages.h>
 #include <Zelmar01/tabs/ExtCustomTab.h>
 #include <Zelmar01/tabs/TabErrors.h>
 #include <Zelmar01/tabs/TabSheet.h>
@@ -18,7 +19,7 @@ namespace Zelmar01 {
 ///     TExtPageControl pages;
 ///     auto *sale = new TTabSheet(&pages);
 ///     sale->setCaption("&Vente");
-class TExtPageControl : public TExtCustomTab
+class TExtPageControl : public TExtCustomTab, public IPages
 {
     Q_OBJECT
     Q_PROPERTY(QString ActivePage READ activePageName WRITE setActivePage)
@@ -60,6 +61,11 @@ public:
     /// says so. OnChange tells of the change, unless showing and hiding of pages has led to another one.
     void SetActivePage(TTabSheet *page);
     void SetActivePageIndex(int index) { SetActivePage(Pages(index)); }
+    void ShowPage(QWidget &page) override
+    {
+        if (auto *sheet = qobject_cast<TTabSheet *>(&page))
+            SetActivePage(sheet);
+    }
     /// The writer of forms: the page's object name, empty for none. While the control is loading the page may
     /// come later, and nothing is asked; a page that is disabled in the end is refused all the same.
     void setActivePage(const QString &name);

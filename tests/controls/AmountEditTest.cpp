@@ -37,6 +37,11 @@ protected:
         QTest::keyClick(&m_edit, Qt::Key_Escape);
         return u"refused"_s;
     }
+    void paste(const QString &text)
+    {
+        QApplication::clipboard()->setText(text);
+        QTest::keyClick(&m_edit, Qt::Key_V, Qt::ControlModifier);
+    }
     static QString wide(const char16_t *text) { return QString::fromUtf16(text); }
 
     Told m_told;
@@ -47,56 +52,43 @@ protected:
 
 } // namespace
 
-TEST_F(Amounts, areTypedInTheFormOfTheLocale)
+// What is an amount is a matter of tests/data/binding.
+TEST_F(Amounts, areTypedAndPastedInTheFormOfTheLocale)
 {
     const struct
     {
-        const char16_t *Keys, *French, *English;
+        bool IsPasted;
+        const char16_t *Text, *French, *English;
     } cases[] = {
-        {u"", u"0,00", u"0.00"},
-        {u"1234.5", u"1\u202F234,50", u"1,234.50"},
-        {u"-1234567.89", u"-1\u202F234\u202F567,89", u"-1,234,567.89"},
-        {u"−3", u"-3,00", u"-3.00"},
-        {u"0.1", u"0,10", u"0.10"},
-        {u"1.999", u"1,99", u"1.99"}, // a third decimal cannot be typed
-        {u"12abc€5", u"125,00", u"125.00"},
-        {u"1..2", u"1,20", u"1.20"},
-        {u"5-", u"5,00", u"5.00"},
-        {u"9007199254740993.01", u"9\u202F007\u202F199\u202F254\u202F740\u202F993,01",
+        {false, u"", u"0,00", u"0.00"},
+        {false, u"-1234.5", u"-1\u202F234,50", u"-1,234.50"},
+        {false, u"−3", u"-3,00", u"-3.00"},
+        {false, u"1.999", u"1,99", u"1.99"}, // a third decimal cannot be typed
+        {false, u"12abc€5", u"125,00", u"125.00"},
+        {false, u"1..2", u"1,20", u"1.20"},
+        {false, u"5-", u"5,00", u"5.00"},
+        {false, u"9007199254740993.01", u"9\u202F007\u202F199\u202F254\u202F740\u202F993,01",
          u"9,007,199,254,740,993.01"}, // no binary fraction has it
-        {u"-", u"refused", u"refused"},
+        {false, u"-", u"refused", u"refused"},
+        {true, u"1\u202F234,50 €", u"1\u202F234,50", u"1,234.50"},
+        {true, u" -0,005 ", u"-0,01", u"-0.01"},
+        {true, u"voir facture", u"0,00", u"0.00"},
+        {true, u"99999999999999999999", u"refused", u"refused"},
     };
     for (const auto &one : cases)
         for (const auto &[locale, shown] : {std::pair(French, one.French), {English, one.English}}) {
             inLocale(locale);
-            TypeKeys(m_edit, wide(one.Keys));
-            EXPECT_EQ(left(), wide(shown)) << wide(one.Keys).toStdString();
+            if (one.IsPasted)
+                paste(wide(one.Text));
+            else
+                TypeKeys(m_edit, wide(one.Text));
+            EXPECT_EQ(left(), wide(shown)) << wide(one.Text).toStdString();
         }
     EXPECT_TRUE(m_told.Take().isEmpty());
 }
 
-TEST_F(Amounts, arePastedAsPeopleWriteThem)
+TEST_F(Amounts, arePastedFromTheMenuAndIntoWhatStandsThere)
 {
-    const struct
-    {
-        const char16_t *Text, *French, *English;
-    } cases[] = {
-        {u"1 234,50", u"1\u202F234,50", u"1,234.50"},
-        {u"1234.50", u"1\u202F234,50", u"1,234.50"},
-        {u"1\u202F234,50 €", u"1\u202F234,50", u"1,234.50"},
-        {u" -0,005 ", u"-0,01", u"-0.01"},
-        {u"1,234", u"1,23", u"1,234.00"},
-        {u"voir facture", u"0,00", u"0.00"},
-        {u"99999999999999999999", u"refused", u"refused"},
-    };
-    for (const auto &one : cases)
-        for (const auto &[locale, shown] : {std::pair(French, one.French), {English, one.English}}) {
-            inLocale(locale);
-            QApplication::clipboard()->setText(wide(one.Text));
-            QTest::keyClick(&m_edit, Qt::Key_V, Qt::ControlModifier);
-            EXPECT_EQ(left(), wide(shown)) << wide(one.Text).toStdString();
-        }
-    // From the menu too, over what is selected and into what stands there.
     inLocale(French);
     QApplication::clipboard()->setText(u"2.5"_s);
     QContextMenuEvent event(QContextMenuEvent::Keyboard, {2, 2}, m_edit.mapToGlobal(QPoint(2, 2)));
@@ -105,10 +97,24 @@ TEST_F(Amounts, arePastedAsPeopleWriteThem)
     ASSERT_NE(menu, nullptr);
     QTest::keyClick(menu, Qt::Key_P);
     EXPECT_EQ(m_edit.text(), u"2,50"_s);
-    QApplication::clipboard()->setText(u"1"_s);
     QTest::keyClick(&m_edit, Qt::Key_Home);
-    QTest::keyClick(&m_edit, Qt::Key_V, Qt::ControlModifier);
+    paste(u"1"_s);
     EXPECT_EQ(left(), u"12,50"_s);
+}
+
+TEST_F(Amounts, areReplacedByWhatIsTypedAfterAClick)
+{
+    inLocale(QLocale(QLocale::French, QLocale::France));
+    m_edit.setValue(TDecimal(125, 1));
+    m_other.setFocus();
+    const QPoint inside(6, m_edit.height() / 2);
+    QTest::mouseClick(&m_edit, Qt::LeftButton, {}, inside);
+    EXPECT_TRUE(m_edit.hasFocus());
+    EXPECT_EQ(m_edit.selectedText(), m_edit.text());
+    QTest::keyClicks(&m_edit, u"3"_s);
+    EXPECT_EQ(m_edit.text(), u"3"_s);
+    QTest::mouseClick(&m_edit, Qt::LeftButton, {}, inside);
+    EXPECT_FALSE(m_edit.hasSelectedText()) << "a second click sets the cursor";
 }
 
 TEST_F(Amounts, keepTheFocusUntilTheyAreAmounts)

@@ -24,7 +24,6 @@
 #include <QClipboard>
 #include <QMenu>
 #include <QMetaProperty>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QStyle>
 #include <QStyleOptionSpinBox>
@@ -136,19 +135,8 @@ TEST(Controls, keepTheirFontFromTheFormWhereTheyAreToldTo)
     }
 }
 
-TEST(Controls, assistiveTechnologyKnowsThem)
+TEST(Controls, assistiveTechnologyReadsPicturesAndNumbers)
 {
-    const auto roleOf = [](QWidget &control) {
-        return QAccessible::queryAccessibleInterface(&control)->role();
-    };
-    for (const auto &control : allControls()) {
-        const auto role = roleOf(*control);
-        EXPECT_TRUE(role != QAccessible::NoRole && role != QAccessible::Client && role != QAccessible::Border)
-            << control->metaObject()->className();
-        if (!qobject_cast<QLabel *>(control.get()) && !qobject_cast<TzmGauge *>(control.get())) {
-            EXPECT_TRUE(control->focusPolicy() & Qt::TabFocus) << control->metaObject()->className();
-        }
-    }
     TzmImage image;
     auto *told = QAccessible::queryAccessibleInterface(&image);
     EXPECT_EQ(told->role(), QAccessible::Graphic);
@@ -231,11 +219,7 @@ TEST(SpinEdit, stepsByKeyWheelAndMouseWithinItsLimits)
         QString Typed, Key, Shown;
         int Steps;
     } cases[] = {
-        {u"7"_s, {}, u"12"_s, 1},
-        {u"3"_s, {}, u"1"_s, -1},
-        {u"20"_s, {}, u"12"_s, -1},
-        {{}, {}, u"5"_s, 1},
-    };
+        {u"7"_s, {}, u"12"_s, 1}, {u"3"_s, {}, u"1"_s, -1}, {u"20"_s, {}, u"12"_s, -1}, {{}, {}, u"5"_s, 1}};
     for (const auto &one : cases) {
         spin.setEditValue({});
         TypeKeys(spin, one.Typed);

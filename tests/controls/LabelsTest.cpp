@@ -5,7 +5,6 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QMetaProperty>
 
 using namespace Zelmar01;
 using namespace Qt::StringLiterals;
@@ -47,7 +46,7 @@ TEST(NumEcran, standsInTheBottomRightCornerOfItsForm)
     EXPECT_EQ(number->pos(), QPoint(320, 230));
 }
 
-TEST(ColouredLabels, groundsAndColoursAreProperties)
+TEST(ColouredLabels, haveAGroundUnlessTheyAreTransparent)
 {
     QWidget form;
     auto &label = *new TCustomLabel(&form);
@@ -61,12 +60,6 @@ TEST(ColouredLabels, groundsAndColoursAreProperties)
     EXPECT_EQ(ground(), QColor(1, 2, 3));
     label.setParentColor(true);
     EXPECT_EQ(ground(), parents);
-
-    label.setProperty("Font_Color", QColor(9, 8, 7));
-    EXPECT_EQ(label.property("Font_Color").value<QColor>(), QColor(9, 8, 7));
-    const auto *property = label.metaObject();
-    property->property(property->indexOfProperty("Font_Color")).reset(&label);
-    EXPECT_EQ(label.Font_Color(), clBtnText);
 }
 
 TEST(EngravedLabel, hasAnEdgeOfItsDepth)

@@ -37,6 +37,24 @@ TEST(Component, isLoadedWithTheFormEvenWhenItsOwnerStaysHidden)
     EXPECT_FALSE(component->IsLoading());
 }
 
+TEST(Component, isLoadedWithTheFormThatItWasMovedTo)
+{
+    QWidget first, second, shown;
+    QObject plain;
+    auto *component = new TComponent(&first), *onScreen = new TComponent(&first),
+         *free = new TComponent(&first);
+    component->setParent(&second);
+    onScreen->setParent(&shown);
+    shown.show();
+    free->setParent(&plain);
+    first.show();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(component->IsLoading());
+    EXPECT_FALSE(onScreen->IsLoading() || free->IsLoading());
+    second.show();
+    EXPECT_FALSE(component->IsLoading());
+}
+
 TEST(Component, withoutAFormItNeverLoads)
 {
     QObject owner;

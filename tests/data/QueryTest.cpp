@@ -73,6 +73,60 @@ TEST_F(Query, whatIsNoTableCannotBeChanged)
     }
 }
 
+// As after a lasting failure to find the key, or with a database that was brought up to date.
+TEST_F(Query, whereChangesGoIsLookedForAgainWhenItOpens)
+{
+    const auto isChanged = [this](const char *sql) {
+        m_articles.Close();
+        m_connection.Execute(QStringLiteral("drop table if exists STOCK"));
+        m_connection.Execute(QString::fromLatin1(sql));
+        m_connection.Execute(QStringLiteral("insert into STOCK (ID, LIBELLE) values (1, 'Bague')"));
+        m_articles.Open();
+        if (!m_articles.CanModify())
+            return false;
+        m_articles.Edit();
+        m_articles.FieldByName(QStringLiteral("LIBELLE")).setAsString(QStringLiteral("Jonc"));
+        m_articles.Post();
+        return column(m_articles, "LIBELLE") == QStringLiteral("Jonc");
+    };
+    m_articles.setCommandText(QStringLiteral("select * from STOCK"));
+    EXPECT_FALSE(m_articles.CanModify()) << "closed";
+    EXPECT_TRUE(isChanged("create table STOCK (LIBELLE varchar(20), ID integer primary key)"));
+    EXPECT_FALSE(isChanged("create table STOCK (ID integer, LIBELLE varchar(20))"));
+    EXPECT_TRUE(isChanged("create table STOCK (ID integer primary key, LIBELLE varchar(20))"));
+    EXPECT_FALSE(isChanged("create table STOCK (ID integer, LIBELLE varchar(20), PLACE integer)"));
+    m_articles.setKeyFields(QStringLiteral("ID"));
+    EXPECT_TRUE(m_articles.CanModify());
+    m_articles.setKeyFields({});
+    EXPECT_FALSE(m_articles.CanModify());
+}
+
+TEST_F(Query, aTransactionThatTheEngineRolledBackKeepsNothing)
+{
+    m_connection.Execute(QStringLiteral("create table TICKET (ID integer primary key on conflict rollback)"));
+    const auto insert = [this](int id) {
+        m_connection.Execute(QStringLiteral("insert into TICKET values (?)"), {id});
+    };
+    {
+        TTransaction sale(m_connection);
+        insert(1);
+        const TTransaction line(m_connection);
+        insert(2);
+        const auto again = QStringLiteral("insert into TICKET values (1)");
+        EXPECT_NE(causeOf([&] { m_connection.Execute(again); }), "no error");
+        EXPECT_NE(causeOf([&] { insert(3); }), "no error");
+        EXPECT_NE(causeOf([&] { m_articles.Delete(); }), "no error");
+        EXPECT_NE(causeOf([&] { const TTransaction another(m_connection); }), "no error");
+        EXPECT_NE(causeOf([&] { sale.Commit(); }), "no error");
+        EXPECT_TRUE(m_connection.InTransaction());
+    }
+    EXPECT_FALSE(m_connection.InTransaction());
+    insert(5);
+    m_articles.setCommandText(QStringLiteral("select ID from TICKET"));
+    m_articles.Open();
+    EXPECT_EQ(column(m_articles, "ID"), QStringLiteral("5"));
+}
+
 TEST_F(Query, errorsCarryTheDatabasesWords)
 {
     EXPECT_NE(causeOf([this] { m_connection.Execute(QStringLiteral("selec 1")); }).find("syntax error"),

@@ -19,9 +19,9 @@ class CacheFixture : public testing::Test
 protected:
     using TCacheFiles = Zelmar01::TCacheFiles;
 
-    TCacheFiles pair(const std::string &name = "x") const
+    TCacheFiles pair() const
     {
-        return Zelmar01::CacheFilesOf(QString::fromStdString((m_folder / name).string()));
+        return Zelmar01::CacheFilesOf(QString::fromStdString((m_folder / "x").string()));
     }
 
     Zelmar01::TUncarried write(const std::vector<Zelmar01::TDescr> &levels)

@@ -71,27 +71,25 @@ TEST_F(TreeLoading, readsTheFilesUnlessTheyCannotBeRight)
     EXPECT_EQ(said(), "");
 }
 
-TEST_F(TreeLoading, writesBothFilesToTheByte)
+TEST_F(TreeLoading, writesItsFilesWhereAndAsItIsTold)
 {
-    execute("delete from DESCR_ARTICLE where DESCR_ART_ID between 11 and 13");
+    execute("delete from DESCR_ARTICLE where DESCR_ART_ID <> 3");
     SetApplicationDirectory(m_folder.Path());
     m_view.setFichierSortie({});
     m_view.MettreAJourArbre(false);
     EXPECT_EQ(m_view.FichierSortie(), inFolder("tmp"));
-    m_view.setFichierSortie(inFolder(""));
     m_view.setAfficherCodeStat(true);
     m_view.setSeparateur(" = ");
-    m_view.MettreAJourFichiersArbre();
+    for (const auto &prefix : {QString("y"), inFolder("")}) {
+        m_view.setFichierSortie(prefix);
+        m_view.MettreAJourFichiersArbre();
+    }
     SetApplicationDirectory({});
-    EXPECT_EQ(contentsOf(inFolder("tmpArbre.dat")),
-              "Corvantix\r\n\tBAGUES\r\n\tCollection d'\xE9t\xE9 \xE0 5 \x80\r\n");
-    EXPECT_EQ(contentsOf(inFolder("Arbre.dat")),
-              "Corvantix\r\n\t1 = BAGUES\r\n\t2 = Collection d'\xE9t\xE9 \xE0 5 \x80\r\n");
-    const auto objects =
-        "2\r\n3{@}0{@}BAGUES{@}BAGUES{@}BAG{@}1{@}01\r\n4{@}0{@}Collection d'\xE9t\xE9 \xE0 5 "
-        "\x80{@}Collection d'\xE9t\xE9 \xE0 5 \x80{@}{@}2{@}01\r\n";
-    EXPECT_EQ(contentsOf(inFolder("tmpObjets.dat")), objects);
-    EXPECT_EQ(contentsOf(inFolder("Objets.dat")), objects);
+    EXPECT_EQ(contentsOf(inFolder("tmpArbre.dat")), "Corvantix\r\n\tBAGUES\r\n");
+    for (const auto *file : {"yArbre.dat", "Arbre.dat"})
+        EXPECT_EQ(contentsOf(inFolder(file)), "Corvantix\r\n\t1 = BAGUES\r\n") << file;
+    for (const auto *file : {"tmpObjets.dat", "yObjets.dat", "Objets.dat"})
+        EXPECT_EQ(m_view.NbNoeudsDsFichier(inFolder(file)), 1) << file;
 }
 
 TEST_F(TreeLoading, showsWhatTheFilesCannotCarry)

@@ -11,6 +11,7 @@
 #include <QSignalSpy>
 
 using namespace Zelmar01;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -50,29 +51,28 @@ TEST_F(ComboBoxFk, isFilledFromADataset)
     EXPECT_EQ(m_box.count(), 4) << "from the first row, wherever the cursor was";
     EXPECT_TRUE(m_shop.Metals.Active() && m_shop.Metals.Eof());
 
-    m_box.SelectionnerCle(QStringLiteral("10"));
+    m_box.SelectionnerCle(u"10"_s);
     m_shop.Metals.Close();
     EXPECT_THROW(m_box.RemplirListe(m_shop.Metals, false), EDatabaseError);
     EXPECT_EQ(m_box.count(), 0);
 
-    m_shop.Metals.setCommandText(QStringLiteral("select ID, LIBELLE from METAL where ID < 0"));
+    m_shop.Metals.setCommandText(u"select ID, LIBELLE from METAL where ID < 0"_s);
     m_box.RemplirListe(m_shop.Metals, true);
     EXPECT_EQ(m_box.DonnerCle(), QString());
-    m_shop.Metals.setCommandText(QStringLiteral("select ID from METAL"));
+    m_shop.Metals.setCommandText(u"select ID from METAL"_s);
     EXPECT_THROW(m_box.RemplirListe(m_shop.Metals, true), EDatabaseError) << "a single field";
     EXPECT_FALSE(m_shop.Metals.Active());
 }
 
 TEST_F(ComboBoxFk, selectsByKey)
 {
-    m_box.RemplirListe({QStringLiteral("A1"), QStringLiteral("a1"), QString()},
-                       {QStringLiteral("un"), QStringLiteral("deux"), QStringLiteral("aucun")});
+    m_box.RemplirListe({u"A1"_s, u"a1"_s, QString()}, {u"un"_s, u"deux"_s, u"aucun"_s});
     for (const auto &[key, row] : {std::pair("a1", 0), {"x", -1}, {"", 2}}) {
         m_box.SelectionnerCle(QString::fromLatin1(key));
         EXPECT_EQ(m_box.currentIndex(), row) << key;
     }
-    m_box.SelectionnerCle(QStringLiteral("a1"));
-    EXPECT_EQ(m_box.DonnerCle(), QStringLiteral("A1")) << "as the dataset has it";
+    m_box.SelectionnerCle(u"a1"_s);
+    EXPECT_EQ(m_box.DonnerCle(), u"A1"_s) << "as the dataset has it";
 }
 
 TEST_F(ComboBoxFk, aTypedTextBecomesTheEntryOnLeaving)
@@ -86,7 +86,7 @@ TEST_F(ComboBoxFk, aTypedTextBecomesTheEntryOnLeaving)
                           {"ora", "", "ora"},
                           {" or", "", " or"}}) {
         for (const bool byEnter : {false, true}) {
-            m_box.SelectionnerCle(QStringLiteral("8"));
+            m_box.SelectionnerCle(u"8"_s);
             m_box.setFocus();
             QSignalSpy picked(&m_box, &QComboBox::activated);
             type(c.Typed);
@@ -103,29 +103,29 @@ TEST_F(ComboBoxFk, aTypedTextBecomesTheEntryOnLeaving)
 
 TEST_F(ComboBoxFk, aDroppedEntryComesBackByUndo)
 {
-    m_box.SelectionnerCle(QStringLiteral("8"));
+    m_box.SelectionnerCle(u"8"_s);
     QTest::keyClick(&m_box, Qt::Key_End);
     QTest::keyClick(&m_box, Qt::Key_Left);
-    TypeKeys(m_box, QStringLiteral("x"));
-    EXPECT_EQ(m_box.currentText(), QStringLiteral("Argenxt"));
+    TypeKeys(m_box, u"x"_s);
+    EXPECT_EQ(m_box.currentText(), u"Argenxt"_s);
     EXPECT_EQ(m_box.lineEdit()->cursorPosition(), 6);
     QTest::keyClick(&m_box, Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(m_box.currentText(), QStringLiteral("Argent"));
+    EXPECT_EQ(m_box.currentText(), u"Argent"_s);
     m_other.setFocus();
-    EXPECT_EQ(m_box.DonnerCle(), QStringLiteral("8"));
+    EXPECT_EQ(m_box.DonnerCle(), u"8"_s);
 }
 
 TEST_F(ComboBoxFk, canStopBeingEditableAndBecomeSoAgain)
 {
     m_box.setEditable(false);
-    TypeKeys(m_box, QStringLiteral("a"));
-    EXPECT_EQ(m_box.DonnerCle(), QStringLiteral("8"));
+    TypeKeys(m_box, u"a"_s);
+    EXPECT_EQ(m_box.DonnerCle(), u"8"_s);
     m_box.setEditable(true); // with another line edit
     QCoreApplication::processEvents();
     type("étain");
-    EXPECT_EQ(m_box.currentText(), QStringLiteral("étain"));
+    EXPECT_EQ(m_box.currentText(), u"étain"_s);
     QTest::keyClick(&m_box, Qt::Key_Tab);
-    EXPECT_EQ(m_box.DonnerCle(), QStringLiteral("10"));
+    EXPECT_EQ(m_box.DonnerCle(), u"10"_s);
 }
 
 TEST_F(ComboBoxFk, theListShowsItsRowsAndScrollsToTheCurrentOne)
@@ -134,7 +134,7 @@ TEST_F(ComboBoxFk, theListShowsItsRowsAndScrollsToTheCurrentOne)
     for (int row = 0; row < 100'000; ++row)
         texts << QString::number(row);
     m_box.RemplirListe(texts, texts);
-    m_box.SelectionnerCle(QStringLiteral("54321"));
+    m_box.SelectionnerCle(u"54321"_s);
     for (const bool editable : {true, false}) { // which decides the style of the list
         m_box.setEditable(editable);
         m_box.showPopup();

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QWheelEvent>
 
@@ -129,15 +128,13 @@ TEST_F(DBComboBoxEditFk, aTypedTextIsLookedUpOnEnterOnLeavingAndBeforeThePost)
 
 TEST_F(DBComboBoxEditFk, aTextWithoutAnEntryKeepsTheFocus)
 {
-    QPushButton button(&m_form);
-    button.setDefault(true);
     type("bois");
-    m_other.setFocus();
-    EXPECT_TRUE(m_box.hasFocus());
-    EXPECT_EQ(shown(), text("bois"));
-    EXPECT_EQ(m_told.Take().size(), 1);
-    QTest::keyClick(&m_box, Qt::Key_Return);
-    EXPECT_EQ(m_told.Take().size(), 1);
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Return}) {
+        QTest::keyClick(&m_box, key);
+        EXPECT_TRUE(m_box.hasFocus());
+        EXPECT_EQ(shown(), text("bois"));
+        EXPECT_EQ(m_told.Take().size(), 1) << key;
+    }
     EXPECT_THROW(m_shop.Articles.Next(), EDatabaseError);
     QTest::keyClick(&m_box, Qt::Key_Escape);
     m_other.setFocus();
@@ -171,12 +168,6 @@ TEST_F(DBComboBoxEditFk, escapeAndCancelGiveTheRecordsKeyBack)
     type("arg");
     m_shop.Articles.Cancel();
     EXPECT_EQ(shown(), text("OR"));
-    m_shop.Articles.Append();
-    EXPECT_EQ(shown(), QString());
-    QTest::keyClick(&m_box, Qt::Key_Down);
-    QTest::keyClick(&m_box, Qt::Key_Escape);
-    EXPECT_EQ(stored(), text("null"));
-    m_shop.Articles.Cancel();
 }
 
 TEST_F(DBComboBoxEditFk, whatMustNotBeChangedIsNot)

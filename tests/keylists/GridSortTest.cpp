@@ -45,16 +45,6 @@ TEST(FieldLists, holdNamesThatBeginWithOneAnother)
         EXPECT_EQ(fronted.toStdString(), c.Fronted);
         EXPECT_EQ(removed.toStdString(), c.Removed);
     }
-    QString list;
-    EXPECT_TRUE(AjouterChamp(QStringLiteral("A"), list));
-    EXPECT_TRUE(AjouterChamp(QStringLiteral("B"), list));
-    EXPECT_FALSE(AjouterChamp(QStringLiteral("C"), list));
-    EXPECT_EQ(list, QStringLiteral("A;B;C"));
-    SupprimerChamp(list);
-    EXPECT_EQ(list, QStringLiteral("A;B"));
-    SupprimerChamp(list);
-    SupprimerChamp(list);
-    EXPECT_EQ(list, QString());
 }
 
 TEST_F(GridSort, aQueryGoesThroughTheStatesThatAllColumnsShare)

@@ -188,6 +188,40 @@ TEST_F(Grid, allOptionsAct)
     EXPECT_EQ(m_grid.SelectedRows().size(), 4);
     key(Qt::Key_Up);
     EXPECT_EQ(m_grid.SelectedRows(), QList<int>({0}));
+
+    const auto middle = [&](int row) { return m_grid.visualRect(m_grid.model()->index(row, 0)).center(); };
+    QTest::mousePress(m_grid.viewport(), Qt::LeftButton, {}, middle(1));
+    QMouseEvent drag(QEvent::MouseMove, middle(3), m_grid.viewport()->mapToGlobal(middle(3)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(m_grid.viewport(), &drag);
+    QTest::mouseRelease(m_grid.viewport(), Qt::LeftButton, {}, middle(3));
+    EXPECT_EQ(m_grid.SelectedRows(), QList<int>({1, 2, 3}));
+    EXPECT_EQ(m_grid.currentIndex().row(), 3);
+    EXPECT_FALSE(m_grid.EditorMode());
+}
+
+TEST_F(Grid, theIndicatorChoosesARowAndADoubleClickOpensACell)
+{
+    show(m_query);
+    set(dgIndicator, true);
+    set(dgMultiSelect, true);
+    QCoreApplication::processEvents();
+    auto *indicator = m_grid.verticalHeader();
+    const auto press = [&](int row, Qt::KeyboardModifiers modifiers) {
+        QTest::mouseClick(indicator->viewport(), Qt::LeftButton, modifiers,
+                          {5, m_grid.visualRect(m_grid.model()->index(row, 0)).center().y()});
+    };
+    press(1, {});
+    press(3, Qt::ShiftModifier);
+    EXPECT_EQ(m_grid.SelectedRows(), QList<int>({1, 2, 3}));
+    EXPECT_EQ(m_grid.currentIndex().row(), 3);
+
+    set(dgEditing, true);
+    clickCell(0, 1);
+    QTest::mouseDClick(m_grid.viewport(), Qt::LeftButton, {},
+                       m_grid.visualRect(m_grid.model()->index(0, 1)).center());
+    ASSERT_TRUE(editor());
+    EXPECT_EQ(editor()->text(), text("bague"));
 }
 
 TEST_F(Grid, columnsComeFromLines)

@@ -9,10 +9,10 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
-#include <QFontInfo>
 #include <QHeaderView>
 
 using namespace Zelmar01;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -20,39 +20,37 @@ constexpr double readable = 4.5, visible = 2.9;
 
 QStringList articles()
 {
-    return {QStringLiteral("Alliance « Éternité », platine"), QStringLiteral("Bague or 750, trois saphirs"),
-            QStringLiteral("Bracelet jonc, argent doré, fermoir à cliquet et chaînette de sécurité"),
-            QStringLiteral("Pendentif goutte, émeraude")};
+    return {u"Alliance « Éternité », platine"_s, u"Bague or 750, trois saphirs"_s,
+            u"Bracelet jonc, argent doré, fermoir à cliquet et chaînette de sécurité"_s,
+            u"Pendentif goutte, émeraude"_s};
 }
 
 } // namespace
 
 TEST(Pictures, listsCanBeReadInEveryPalette)
 {
-    ASSERT_FALSE(QFontInfo(QApplication::font()).family().isEmpty());
     Pictures::InEachPalette([](Pictures &pictures) {
+        SCOPED_TRACE(pictures.Name().toStdString());
         Form form;
         auto &box = form.Add<TComboBoxFk>();
-        box.RemplirListe({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("4")},
-                         articles());
-        box.SelectionnerCle(QStringLiteral("2"));
+        box.RemplirListe({u"1"_s, u"2"_s, u"3"_s, u"4"_s}, articles());
+        box.SelectionnerCle(u"2"_s);
         auto &list = form.Add<TCheckListBoxFK>();
         list.RemplirListe({1, 2, 3, 4}, articles());
-        list.CocherCle(QStringLiteral("1"), true);
-        list.SelectionnerCle(QStringLiteral("4"));
+        list.CocherCle(u"1"_s, true);
+        list.SelectionnerCle(u"4"_s);
         form.resize(280, 160);
         form.Show();
         list.setFocus();
 
-        const auto seen = pictures.Take(form, QStringLiteral("lists"));
+        const auto seen = pictures.Take(form, u"lists"_s);
         const auto contrastOf = [&](const QWidget &widget, const QRect &place) {
             return Pictures::ContrastIn(seen, place.translated(widget.mapTo(&form, QPoint())));
         };
-        EXPECT_GE(contrastOf(*box.lineEdit(), box.lineEdit()->rect()), readable)
-            << pictures.Name().toStdString();
+        EXPECT_GE(contrastOf(*box.lineEdit(), box.lineEdit()->rect()), readable);
         for (int row = 0; row < list.Count(); ++row) {
             const auto place = list.visualRect(list.model()->index(row, 0)).adjusted(24, 1, -4, -1);
-            EXPECT_GE(contrastOf(*list.viewport(), place), readable) << pictures.Name().toStdString() << row;
+            EXPECT_GE(contrastOf(*list.viewport(), place), readable) << row;
         }
         // A checked box and an empty one differ.
         const auto boxAt = [&](int row) {
@@ -62,17 +60,16 @@ TEST(Pictures, listsCanBeReadInEveryPalette)
         };
         EXPECT_NE(boxAt(0), boxAt(1));
         EXPECT_EQ(boxAt(1), boxAt(2));
-        EXPECT_GE(Pictures::ContrastIn(boxAt(1), QRect(0, 0, 22, 14)), visible)
-            << pictures.Name().toStdString();
+        EXPECT_GE(Pictures::ContrastIn(boxAt(1), QRect(0, 0, 22, 14)), visible);
 
         box.showPopup();
         auto *rows = box.view();
-        const auto open = pictures.Take(*rows->window(), QStringLiteral("popup"));
+        const auto open = pictures.Take(*rows->window(), u"popup"_s);
         for (int row = 0; row < box.count(); ++row) {
             const auto place = rows->visualRect(rows->model()->index(row, 0))
                                    .translated(rows->viewport()->mapTo(rows->window(), QPoint()))
                                    .adjusted(4, 1, -4, -1);
-            EXPECT_GE(Pictures::ContrastIn(open, place), readable) << pictures.Name().toStdString() << row;
+            EXPECT_GE(Pictures::ContrastIn(open, place), readable) << row;
         }
         box.hidePopup();
     });
@@ -82,10 +79,10 @@ TEST(Pictures, gridCanBeReadInEveryPalette)
 {
     QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
     TClientDataSet rows;
-    rows.CreateDataSet({{QStringLiteral("NOM"), ftString, 80, false, false},
-                        {QStringLiteral("PRIX"), ftBCD, 2, false, false},
-                        {QStringLiteral("ENTREE"), ftDate, 0, false, false},
-                        {QStringLiteral("SOLDE"), ftBoolean, 0, false, false}});
+    rows.CreateDataSet({{u"NOM"_s, ftString, 80, false, false},
+                        {u"PRIX"_s, ftBCD, 2, false, false},
+                        {u"ENTREE"_s, ftDate, 0, false, false},
+                        {u"SOLDE"_s, ftBoolean, 0, false, false}});
     for (int row = 0; row < 4; ++row) {
         rows.Append();
         rows.Fields()[0].setAsString(articles()[row]);
@@ -97,18 +94,18 @@ TEST(Pictures, gridCanBeReadInEveryPalette)
     TDataSource source;
     source.setDataSet(&rows);
     Pictures::InEachPalette([&](Pictures &pictures) {
+        SCOPED_TRACE(pictures.Name().toStdString());
         Form form;
         auto &grid = form.Add<TzmGrid>();
         grid.setDataSource(&source);
-        grid.setColumns({QStringLiteral("NOM;240;;Désignation >"), QStringLiteral("PRIX;90"),
-                         QStringLiteral("ENTREE;90"), QStringLiteral("SOLDE;60")});
+        grid.setColumns({u"NOM;240;;Désignation >"_s, u"PRIX;90"_s, u"ENTREE;90"_s, u"SOLDE;60"_s});
         form.resize(520, 190);
         form.Show();
         grid.setFocus();
         grid.setSelectedIndex(0);
         rows.setRecNo(2);
         QCoreApplication::processEvents();
-        const auto seen = pictures.Take(form, QStringLiteral("grid"));
+        const auto seen = pictures.Take(form, u"grid"_s);
         const auto contrastOf = [&](const QWidget &widget, const QRect &place) {
             return Pictures::ContrastIn(seen, place.translated(widget.mapTo(&form, QPoint())));
         };
@@ -116,39 +113,37 @@ TEST(Pictures, gridCanBeReadInEveryPalette)
         for (int column = 0; column < 4; ++column) {
             const QRect title(titles->sectionViewportPosition(column) + 2, 2, titles->sectionSize(column) - 4,
                               titles->height() - 5);
-            EXPECT_GE(contrastOf(*titles->viewport(), title), readable)
-                << pictures.Name().toStdString() << column;
+            EXPECT_GE(contrastOf(*titles->viewport(), title), readable) << column;
             for (int row = 0; row < 4; ++row)
                 EXPECT_GE(
                     contrastOf(*grid.viewport(),
                                grid.visualRect(grid.model()->index(row, column)).adjusted(2, 1, -3, -3)),
                     column == 3 ? visible : readable)
-                    << pictures.Name().toStdString() << row << column;
+                    << row << column;
         }
         // The mark of the current row, and none beside the others.
         const auto *marks = grid.verticalHeader();
         const auto markAt = [&](int row) {
             return QRect(1, row * grid.rowHeight() + 1, marks->width() - 4, grid.rowHeight() - 4);
         };
-        EXPECT_GE(contrastOf(*marks->viewport(), markAt(1)), readable) << pictures.Name().toStdString();
-        EXPECT_LT(contrastOf(*marks->viewport(), markAt(0)), 1.1) << pictures.Name().toStdString();
+        EXPECT_GE(contrastOf(*marks->viewport(), markAt(1)), readable);
+        EXPECT_LT(contrastOf(*marks->viewport(), markAt(0)), 1.1);
         // The current cell stands out from those below it.
         const auto groundOf = [&](int row) {
             const auto place = grid.visualRect(grid.model()->index(row, 0));
             return seen.pixelColor(grid.viewport()->mapTo(&form, place.topLeft() + QPoint(1, 1)) *
                                    seen.devicePixelRatio());
         };
-        EXPECT_GE(ContrastOf(groundOf(1), groundOf(2)), 1.5) << pictures.Name().toStdString();
+        EXPECT_GE(ContrastOf(groundOf(1), groundOf(2)), 1.5);
         grid.setOptions(grid.Options() | dgRowSelect);
-        pictures.Take(form, QStringLiteral("grid-rows"));
+        pictures.Take(form, u"grid-rows"_s);
         grid.setOptions(grid.Options() & ~TDBGridOptions(dgRowSelect));
         grid.setEditorMode(true);
-        const auto editing = pictures.Take(form, QStringLiteral("grid-editing"));
+        const auto editing = pictures.Take(form, u"grid-editing"_s);
         EXPECT_GE(Pictures::ContrastIn(editing, grid.visualRect(grid.currentIndex())
                                                     .adjusted(2, 2, -3, -3)
                                                     .translated(grid.viewport()->mapTo(&form, QPoint()))),
-                  readable)
-            << pictures.Name().toStdString();
+                  readable);
     });
     QLocale::setDefault(QLocale::c());
 }

@@ -81,25 +81,19 @@ TEST_F(Backgrounds, firstInsideThenOutsideWithTheRegionsOfThePath)
     ASSERT_EQ(m_fired.size(), 2U);
     EXPECT_EQ(m_fired[1].Region, buffered);
 
-    // A tab under the arrows stays outside, and without tabs there is no more than the page area and the
-    // rest.
-    TExtTabControl crowded, empty;
+    // A tab under the arrows stays outside.
+    TExtTabControl crowded;
     crowded.setTabs({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
     crowded.setTabWidth(80);
-    for (auto *other : {&crowded, &empty}) {
-        m_fired.clear();
-        watch(*other);
-        other->resize(200, 100);
-        QImage picture(other->size(), QImage::Format_RGB32);
-        other->render(&picture);
-        ASSERT_EQ(m_fired.size(), 2U);
-        for (int tab = 0; tab < 2; ++tab) {
-            const auto place = other->GetTabRect(tab);
-            EXPECT_EQ(m_fired[1].Region.intersects(ToQRect(place)),
-                      place.Intersects(other->Strip().Arrows()));
-        }
+    crowded.resize(200, 100);
+    watch(crowded);
+    m_fired.clear();
+    crowded.grab();
+    ASSERT_EQ(m_fired.size(), 2U);
+    for (int tab = 0; tab < 2; ++tab) {
+        const auto place = crowded.GetTabRect(tab);
+        EXPECT_EQ(m_fired[1].Region.intersects(ToQRect(place)), place.Intersects(crowded.Strip().Arrows()));
     }
-    EXPECT_EQ(m_fired[0].Region | m_fired[1].Region, QRegion(empty.rect()));
 
     // In a window that is not active only hot-tracking is buffered.
     QWidget other;

@@ -4,7 +4,6 @@
 
 #include <QGuiApplication>
 #include <QPainter>
-#include <QSignalSpy>
 #include <QWidget>
 
 using namespace Zelmar01;
@@ -44,21 +43,6 @@ TEST_F(ExtGlyphs, aStripIsCutIntoWholeCells)
         EXPECT_EQ(m_glyphs.ImageList()->Width(), cellWidth);
         EXPECT_EQ(m_glyphs.ImageList()->Count(), cells);
     }
-}
-
-TEST_F(ExtGlyphs, everyChangeGivesItsNoticeOnce)
-{
-    const QSignalSpy changed(&m_glyphs, &TExtGlyphs::OnChange);
-    const QSignalSpy cut(&m_glyphs, &TExtGlyphs::OnChangePicture);
-    for (int i = 0; i < 2; ++i) {
-        m_glyphs.setGlyph(strip(16, 16, 2));
-        m_glyphs.setNumGlyphs(2);
-        m_glyphs.setTransparentColor(clNone);
-        m_glyphs.setSpacing(7);
-        m_glyphs.setPosition(glPosTop);
-    }
-    EXPECT_EQ(cut.size(), 2 + 1 + 1) << "a picture is always taken";
-    EXPECT_EQ(changed.size(), 2);
 }
 
 // Neither on a finer screen, nor in a strip whose cells are 22.5 pixels wide.

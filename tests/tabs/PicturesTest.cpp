@@ -75,6 +75,7 @@ TEST_F(TabFixture, looksAsItDid)
     QFont font(u"DejaVu Sans"_s);
     font.setPixelSize(12);
     Pictures::InEachPalette([&](const Pictures &pictures) {
+        SCOPED_TRACE(pictures.Name().toStdString());
         QWidget form;
         form.setFixedSize(592, 376);
         for (const auto &look : looks) {
@@ -100,7 +101,7 @@ TEST_F(TabFixture, looksAsItDid)
             ASSERT_TRUE(seen.save(file));
         }
         QImage wanted(file);
-        ASSERT_EQ(wanted.size(), seen.size()) << file.toStdString();
+        ASSERT_EQ(wanted.size(), seen.size());
         wanted.setDevicePixelRatio(seen.devicePixelRatio());
         std::vector<QRect> contents;
         for (const auto *control : form.findChildren<TExtTabControl *>())
@@ -109,9 +110,8 @@ TEST_F(TabFixture, looksAsItDid)
                     ToQRect(control->GetTabRect(tab).Grown(-1, -1)).translated(control->pos()));
                 EXPECT_LE(distanceOf(meansOf(seen, contents.back()), meansOf(wanted, contents.back())),
                           meanMayDiffer)
-                    << pictures.Name().toStdString() << ' ' << control->TabPosition() << ' ' << tab;
+                    << control->TabPosition() << ' ' << tab;
             }
-        EXPECT_LE(distanceOf(without(seen, contents), without(wanted, contents)), pixelMayDiffer)
-            << pictures.Name().toStdString();
+        EXPECT_LE(distanceOf(without(seen, contents), without(wanted, contents)), pixelMayDiffer);
     });
 }

@@ -1,16 +1,6 @@
 #include "TabFixture.h"
 
-#include <Zelmar01/tabs/TabStyleWord.h>
-
-#include <QDir>
-#include <QFile>
 #include <QMetaProperty>
-
-#ifdef WITH_UITOOLS
-#include <QUiLoader>
-#endif
-
-#include "ui_TabsForm.h"
 
 using namespace Zelmar01;
 using namespace Qt::StringLiterals;
@@ -18,24 +8,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Properties = TabFixture;
-
-#ifdef WITH_UITOOLS
-// Knows the classes without a plugin.
-class TLoader : public QUiLoader
-{
-public:
-    QWidget *createWidget(const QString &name, QWidget *parent, const QString &objectName) override
-    {
-        QWidget *made = name == u"Zelmar01::TExtPageControl"_s  ? new TExtPageControl(parent)
-                        : name == u"Zelmar01::TExtTabControl"_s ? new TExtTabControl(parent)
-                        : name == u"Zelmar01::TTabSheet"_s
-                            ? new TTabSheet(parent)
-                            : QUiLoader::createWidget(name, parent, objectName);
-        made->setObjectName(objectName);
-        return made;
-    }
-};
-#endif
 
 } // namespace
 
@@ -77,10 +49,6 @@ TEST_F(Properties, sizesAreSwappedWhereTabsAreRead)
     last.setTabPosition(tabPosRight);
     EXPECT_EQ(last.TabStyle(), tabStDefault);
     EXPECT_EQ(last.WindowStyle(), 0x2082U);
-    TExtGlyphs other(&last);
-    other.setSpacing(99);
-    last.SetTabGlyphs(&other);
-    EXPECT_EQ(last.TabGlyphs()->Spacing(), 5) << "glyphs are set one by one";
 }
 
 TEST_F(Properties, theWiderFontSizesTheTabs)
@@ -109,13 +77,17 @@ TEST_F(Properties, theWiderFontSizesTheTabs)
     QApplication::setFont(QFont(), "QWidget");
 
     auto &plain = tabs({u"Montres"_s});
+    QFont bold;
+    bold.setBold(true);
+    plain.setTabActiveFont(bold);
+    plain.setTabInactiveFont(bold);
     plain.setTabWidth(0);
     show();
     const int before = plain.GetTabRect(0).Width();
     const auto usual = QApplication::font();
     QApplication::setFont(large);
     settle();
-    EXPECT_GT(plain.GetTabRect(0).Width(), before) << "tabs without a font of their own follow the desktop's";
+    EXPECT_GT(plain.GetTabRect(0).Width(), before) << "what a form leaves open follows the desktop";
     QApplication::setFont(usual);
     settle();
 
@@ -143,83 +115,11 @@ TEST_F(Properties, tabsWithoutASizeFitTheirContent)
     EXPECT_EQ(size().width(), plain.width() + 24 + 5);
     control.TabGlyphs()->setPosition(glPosTop);
     EXPECT_EQ(size(), plain + QSize(0, 24 + 5));
+    control.TabGlyphs()->setSpacing(9);
+    EXPECT_EQ(size(), plain + QSize(0, 24 + 9));
     control.setTabWordWrap(true);
     control.setTabWidth(80);
-    EXPECT_GT(size().height(), plain.height() + 24 + 5) << "two lines";
-}
-
-// A form in the way of the compiler, and in that of the loader.
-TEST_F(Properties, aFormKeepsEverything)
-{
-    const struct
-    {
-        const char *Widget, *Name;
-        QVariant Value;
-    } kept[] = {
-        {"pages", "Align", QVariant::fromValue(TPlacement::alClient)},
-        {"pages", "ActivePage", u"fiche"_s},
-        {"pages", "InitialPage", -1},
-        {"pages", "Color", QColor(1, 2, 3)},
-        {"pages", "MultiLine", true},
-        {"pages", "ShowHint", false},
-        {"pages", "Hottrack_Enabled", true},
-        {"pages", "Hottrack_TabActiveColor", QColor(4, 5, 6)},
-        {"pages", "Hottrack_TabInactiveColor", QColor(7, 8, 9)},
-        {"pages", "TabActiveColor", QColor(10, 11, 12)},
-        {"pages", "TabActiveFont_Color", QColor(13, 14, 15)},
-        {"pages", "TabGlyphs_NumGlyphs", 4},
-        {"pages", "TabGlyphs_Position", QVariant::fromValue(glPosTop)},
-        {"pages", "TabGlyphs_Spacing", 9},
-        {"pages", "TabGlyphs_TransparentColor", QColor(0, 0, 255)},
-        {"pages", "TabHeight", 30},
-        {"pages", "TabHints", QStringList{u"a"_s, u"b"_s}},
-        {"pages", "TabInactiveColor", QColor(16, 17, 18)},
-        {"pages", "TabInactiveFont_Color", QColor(19, 20, 21)},
-        {"pages", "TabPosition", QVariant::fromValue(tabPosRight)},
-        {"pages", "TabWidth", 90},
-        {"pages", "TabWordWrap", true},
-        {"vente", "Caption", u"&Vente"_s},
-        {"vente", "TabVisible", false},
-        {"vente", "Tag", 7},
-        {"fiche", "PageIndex", 1},
-        {"stock", "enabled", false},
-        {"tabs", "Anchors", QVariant::fromValue(TPlacement::TAnchors(TPlacement::akBottom))},
-        {"tabs", "InitialTab", 2},
-        {"tabs", "ParentColor", true},
-        {"tabs", "TabIndex", 1},
-        {"tabs", "Tabs", QStringList{u"x"_s, u"y"_s, u"z"_s}},
-        {"tabs", "TabStyle", QVariant::fromValue(tabStButton)},
-    };
-    const auto check = [&](QWidget &form) {
-        for (const auto &[name, property, value] : kept) {
-            const auto *widget = form.findChild<QWidget *>(QLatin1String(name));
-            ASSERT_NE(widget, nullptr) << name;
-            EXPECT_EQ(widget->property(property), value) << name << '.' << property;
-        }
-        const auto &pages = *form.findChild<TExtPageControl *>();
-        EXPECT_EQ(pages.TabActiveFont()->SetParts().pointSize(), 17);
-        EXPECT_TRUE(pages.TabInactiveFont()->SetParts().bold());
-        EXPECT_EQ(pages.TabGlyphs()->ImageList()->Count(), 4);
-        form.show();
-        EXPECT_EQ(pages.ActivePage(), form.findChild<QWidget *>(u"fiche"_s));
-        EXPECT_EQ(form.findChild<TExtTabControl *>(u"tabs"_s)->GetTabIndex(), 2) << "the initial one";
-    };
-    const struct TFolder
-    {
-        QString Before = QDir::currentPath();
-        TFolder() { QDir::setCurrent(QStringLiteral(PICTURES)); }
-        ~TFolder() { QDir::setCurrent(Before); }
-    } pictures;
-    QWidget compiled;
-    Ui::TabsForm().setupUi(&compiled);
-    check(compiled);
-#ifdef WITH_UITOOLS
-    QFile file(QStringLiteral(FORM));
-    ASSERT_TRUE(file.open(QFile::ReadOnly));
-    const std::unique_ptr<QWidget> loaded(TLoader().load(&file));
-    ASSERT_NE(loaded, nullptr);
-    check(*loaded);
-#endif
+    EXPECT_GT(size().height(), plain.height() + 24 + 9) << "two lines";
 }
 
 TEST_F(Properties, whatCanBeResetGoesBackToItsDefault)

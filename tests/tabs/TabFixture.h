@@ -22,10 +22,6 @@ inline void PrintTo(const TRect &rect, std::ostream *out)
 {
     *out << '{' << rect.Left << ", " << rect.Top << ", " << rect.Right << ", " << rect.Bottom << '}';
 }
-inline void PrintTo(const TPoint &point, std::ostream *out)
-{
-    *out << '{' << point.X << ", " << point.Y << '}';
-}
 
 } // namespace Zelmar01
 

@@ -113,35 +113,9 @@ TEST_F(TabInput, noWayLeadsToADisabledOrHiddenTab)
     EXPECT_TRUE(m_shown.isEmpty()) << m_shown.join(u'\n').toStdString();
 }
 
-TEST_F(TabInput, keysFollowTheWayTheStripRuns)
+TEST_F(TabInput, arrowsFollowTheWayTheStripRunsAndGoFromRowToRow)
 {
-    auto &control = tabs({u"a"_s, u"b"_s, u"c"_s});
-    show();
-    control.setFocus();
-    const struct
-    {
-        TExtTabPosition Position;
-        bool RightToLeft;
-        Qt::Key Forward;
-    } cases[] = {{tabPosTop, false, Qt::Key_Right},
-                 {tabPosTop, true, Qt::Key_Left},
-                 {tabPosLeft, false, Qt::Key_Down},
-                 {tabPosRight, true, Qt::Key_Down}};
-    for (const auto &[position, rightToLeft, forward] : cases) {
-        control.setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
-        control.setTabPosition(position);
-        control.SetTabIndex(0);
-        QTest::keyClick(&control, forward);
-        EXPECT_EQ(control.GetTabIndex(), 1);
-    }
-    control.SetTabIndex(-1);
-    QTest::keyClick(&control, Qt::Key_Down);
-    EXPECT_EQ(control.GetTabIndex(), 0) << "without a selection, from the beginning";
-}
-
-TEST_F(TabInput, arrowsAcrossTheStripGoFromRowToRow)
-{
-    // Five tabs in a row at the top and the bottom, of which the tab 6 is disabled, and one at the sides.
+    // Five tabs in a row at the top and the bottom, of which the tab 6 is disabled, and two at the sides.
     auto &control = tabs({u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s, u"f"_s, u"g"_s, u"h"_s});
     control.setMultiLine(true);
     control.SetTabEnabled(6, false);
@@ -156,7 +130,10 @@ TEST_F(TabInput, arrowsAcrossTheStripGoFromRowToRow)
         int From;
         Qt::Key Key;
         int To;
-    } cases[] = {{tabPosTop, false, 0, Qt::Key_Down, 5},    {tabPosTop, false, 1, Qt::Key_Down, 5},
+    } cases[] = {{tabPosTop, false, 0, Qt::Key_Right, 1},   {tabPosTop, true, 0, Qt::Key_Left, 1},
+                 {tabPosLeft, false, 0, Qt::Key_Down, 1},   {tabPosRight, true, 0, Qt::Key_Down, 1},
+                 {tabPosRight, true, -1, Qt::Key_Down, 0}, // without a selection, from the beginning
+                 {tabPosTop, false, 0, Qt::Key_Down, 5},    {tabPosTop, false, 1, Qt::Key_Down, 5},
                  {tabPosTop, false, 7, Qt::Key_Up, 2},      {tabPosTop, false, 7, Qt::Key_Down, 7},
                  {tabPosBottom, false, 7, Qt::Key_Down, 2}, {tabPosLeft, false, 0, Qt::Key_Right, 2},
                  {tabPosLeft, false, 2, Qt::Key_Left, 0},   {tabPosLeft, true, 0, Qt::Key_Left, 2},

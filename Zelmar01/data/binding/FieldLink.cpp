@@ -15,7 +15,7 @@ TFieldLink::TFieldLink(QWidget *control, std::function<void()> write)
     : QObject(control), m_write(std::move(write))
 {
     const auto leave = [this] {
-        UpdateRecord();
+        update();
         m_before.reset();
         m_written = false;
     };
@@ -114,14 +114,16 @@ bool TFieldLink::Changed()
 
 void TFieldLink::UpdateRecord()
 {
+    auto returnFocus = qScopeGuard([this] { m_leave->Return(); });
+    update();
+    returnFocus.dismiss();
+}
+
+void TFieldLink::update()
+{
     if (!m_changed)
         return;
-    auto returnFocus = qScopeGuard([this] {
-        auto *control = static_cast<QWidget *>(parent());
-        control->setFocus(Qt::OtherFocusReason);
-    });
     m_write();
-    returnFocus.dismiss();
     m_changed = false;
     m_written = true;
     emit OnDataChange();

@@ -67,6 +67,7 @@ signals:
 
 private:
     void follow();
+    void update();
     void showField(const TField *changed);
     void takeUpdate(QString &refusal);
     void requireField();
