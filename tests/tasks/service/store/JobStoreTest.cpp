@@ -1,8 +1,5 @@
 #include "StoreFixture.h"
 
-#include <Zelmar01/tasks/service/store/JobLog.h>
-#include <Zelmar01/tasks/service/store/JobSystem.h>
-
 #include <thread>
 
 using namespace Zelmar01;
@@ -263,21 +260,6 @@ TEST_F(JobStore, RunsJobsUnderTheOwnAccountAlone)
     EXPECT_EQ(task->SetAccountInformation((ComputerName() + u"\\" + own).c_str(), u"secret"), TaskResult::Ok);
     EXPECT_EQ(task->SetAccountInformation(u"", nullptr), TaskResult::UnsupportedAccountOption);
     EXPECT_EQ(task->SetAccountInformation(u"nobody of this name", u""), TaskResult::AccountNameNotFound);
-}
-
-TEST_F(JobStore, KeepsTheEndOfALongLog)
-{
-    const TJobFolder folder(m_jobs);
-    ASSERT_EQ(MakePrivateFolder(folder.Side()), TaskResult::Ok);
-    std::vector<TJobEvent> events;
-    for (int i = 0; i < 4000; ++i)
-        events.push_back({TJobEvent::Ended, i, std::u16string(200, u'é') + u".job", i, {}});
-    for (auto some = events.begin(); some != events.end(); some += 1000)
-        ASSERT_EQ(AppendToLog(folder, {some, some + 1000}), TaskResult::Ok);
-    EXPECT_LE(file_size(folder.Side() / "log"), std::size_t(256) << 10);
-    const auto kept = ReadLog(folder, 9999);
-    ASSERT_GE(kept.size(), 250U);
-    EXPECT_TRUE(std::equal(kept.begin(), kept.end(), events.end() - std::ssize(kept)));
 }
 
 TEST_F(JobStore, IsOfThisComputer)

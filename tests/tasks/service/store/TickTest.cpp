@@ -2,6 +2,7 @@
 
 #include <Zelmar01/tasks/service/store/JobDue.h>
 #include <Zelmar01/tasks/service/store/JobLog.h>
+#include <Zelmar01/tasks/service/store/JobSystem.h>
 #include <Zelmar01/tasks/service/store/RunnerProcess.h>
 
 #include <csignal>
@@ -284,6 +285,20 @@ TEST_F(TickTest, StartsWithTheComputer)
     waitForEnd(u"boot");
     EXPECT_EQ(ticked(minute(41)), "") << "the tick was killed after the start";
     EXPECT_EQ(output("ran"), "x\nx\n");
+}
+
+TEST_F(TickTest, KeepsTheEndOfALongLog)
+{
+    ASSERT_EQ(MakePrivateFolder(m_jobFolder.Side()), TaskResult::Ok);
+    std::vector<TJobEvent> events;
+    for (int i = 0; i < 4000; ++i)
+        events.push_back({TJobEvent::Ended, i, std::u16string(200, u'é') + u".job", i, {}});
+    for (auto some = events.begin(); some != events.end(); some += 1000)
+        ASSERT_EQ(AppendToLog(m_jobFolder, {some, some + 1000}), TaskResult::Ok);
+    EXPECT_LE(file_size(m_jobFolder.Side() / "log"), std::size_t(256) << 10);
+    const auto kept = ReadLog(m_jobFolder, 9999);
+    ASSERT_GE(kept.size(), 250U);
+    EXPECT_TRUE(std::equal(kept.begin(), kept.end(), events.end() - std::ssize(kept)));
 }
 
 TEST(EndOfDuration, IsThatOfTheStartWhichIsRepeated)
