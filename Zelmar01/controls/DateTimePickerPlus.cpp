@@ -2,6 +2,7 @@
 
 #include <Zelmar01/data/binding/DateText.h>
 
+#include <QCalendarWidget>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -53,6 +54,15 @@ void TDateTimePickerPlus::keyPressEvent(QKeyEvent *event)
         event->setAccepted(!event->text().isEmpty() || event->matches(QKeySequence::Paste) ||
                            event->matches(QKeySequence::Cut) || event->matches(QKeySequence::Delete));
     }
+}
+
+// The calendar is made when it first drops down. Typing into it is no more meant than typing into the
+// control, and what shows the typing is forgotten when the form goes in the middle of it.
+void TDateTimePickerPlus::mousePressEvent(QMouseEvent *event)
+{
+    if (auto *calendar = calendarWidget())
+        calendar->setDateEditEnabled(false);
+    QDateTimeEdit::mousePressEvent(event);
 }
 
 // A wheel that scrolls the form must not change the date.

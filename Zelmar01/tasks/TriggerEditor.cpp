@@ -6,6 +6,7 @@
 #include <Zelmar01/tasks/service/TriggerTimes.h>
 #include <Zelmar01/tasks/service/Triggers.h>
 
+#include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
@@ -42,6 +43,7 @@ QDateEdit *makeDate(const QString &name, const QString &label)
     date->setLocale(QLocale(QLocale::French, QLocale::France));
     date->setDisplayFormat(u"dd/MM/yyyy"_s);
     date->setCalendarPopup(true);
+    date->calendarWidget()->setDateEditEnabled(false); // dates are typed in the field
     return date;
 }
 
